@@ -1,0 +1,47 @@
+#pragma once
+
+#include <comdef.h>
+
+#include "ole/type_table.h"
+
+namespace ole {
+
+/// Ends a late-bound call with the result that IDispatch prescribes for a bad argument.
+struct BadArgument {
+    HRESULT result;
+};
+
+/// One parameter's value while a member runs: made from the caller's argument in the declared type,
+/// handed to the callee, and copied back where the callee changed it.
+class ArgumentSlot {
+public:
+    /// `argument` is the caller's, or null where the caller left it out. Both outlive the slot.
+    /// Throws BadArgument for what does not fit, 94 for Null where a plain value is wanted.
+    ArgumentSlot(const Parameter& parameter, VARIANT* argument);
+
+    /// What the callee gets: the value, or a reference to it.
+    VARIANT ForCallee();
+
+    /// After the call: the changed value goes to the caller's variable, in the variable's own type
+    /// where it fits.
+    void CopyBack();
+
+    /// After the call: the value becomes the call's result.
+    void MoveTo(VARIANT& result);
+
+private:
+    bool Returns() const;
+    bool IsUnchanged() const;
+    void Convert(const VARIANT& given);
+    void ConvertToObject(const VARIANT& given);
+    void ConvertToPlain(const VARIANT& given);
+    void CopyToVariant(VARIANT& variable);
+    void CopyToTyped(VARIANT& reference);
+
+    const Parameter& parameter_;
+    VARIANT* argument_;
+    _variant_t value_;
+    _variant_t before_;
+};
+
+}  // namespace ole

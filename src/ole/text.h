@@ -1,0 +1,23 @@
+#pragma once
+
+#include <comdef.h>
+
+namespace ole {
+
+/// The platform's conversion, in the user's locale, booleans as words. The result is a DISP_E_...
+/// code.
+HRESULT ChangeType(VARIANT& to, const VARIANT& from, VARTYPE type) noexcept;
+
+/// The automation form of a value as text, in the user's locale; booleans are "True" and "False",
+/// an object gives its default property. Errors: 94 for Null, 91 for Nothing, 13 for what has no
+/// text.
+_bstr_t ToText(const VARIANT& value);
+
+/// As `ToText`, but an error value gives "Error " and the low word of its number.
+_bstr_t ToTextOfAnything(const VARIANT& value);
+
+/// Automation equality of two values, as in a script's `a = b`. Null equals nothing.
+/// Errors: 13 where the two cannot be compared.
+bool Equal(const VARIANT& a, const VARIANT& b);
+
+}  // namespace ole
