@@ -1,0 +1,36 @@
+# Shared by all commands: where things are, messages, locks.
+
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd -P)
+# A service may have no HOME; the account's own folder is meant then as well.
+[ -n "${HOME:-}" ] || HOME=$(getent passwd "$(id -u)" | cut -d: -f6)
+export HOME
+cache=${XDG_CACHE_HOME:-$HOME/.cache}/orvane-controls
+
+say() { printf '%s\n' "$*" >&2; }
+
+die() {
+    say "$(basename "$0"): $*"
+    exit 1
+}
+
+# help_if_asked "$@" — prints the comment at the top of the command when --help comes first.
+help_if_asked() {
+    case ${1:-} in
+    -h | --help)
+        awk 'NR > 1 && !/^#/ { exit } NR > 1 { sub(/^# ?/, ""); print }' "$0"
+        exit 0
+        ;;
+    esac
+}
+
+# with_lock FILE COMMAND... — one process at a time; the lock ends with the command.
+with_lock() {
+    local file=$1
+    shift
+    mkdir -p "$(dirname "$file")"
+    (
+        flock 9
+        "$@"
+    ) 9>"$file"
+}
