@@ -1,6 +1,5 @@
 #pragma once
 
-#include <type_traits>
 #include <utility>
 
 #include "hosting/ref.h"
@@ -28,6 +27,8 @@ struct Extends<IOleInPlaceUIWindow> : ExtendsAll<IOleWindow> {};
 template <>
 struct Extends<IOleInPlaceFrame> : ExtendsAll<IOleInPlaceUIWindow, IOleWindow> {};
 template <>
+struct Extends<IAdviseSinkEx> : ExtendsAll<IAdviseSink> {};
+template <>
 struct Extends<IOleInPlaceObject> : ExtendsAll<IOleWindow> {};
 template <>
 struct Extends<IOleInPlaceActiveObject> : ExtendsAll<IOleWindow> {};
@@ -45,7 +46,6 @@ public:
 
     /// For pieces that share what they are made with: each of them gets it.
     template <class Shared>
-    requires std::is_constructible_v<First, const Shared&>
     explicit ComClass(const Shared& shared) : First(shared), Others(shared)... {}
 
     ComClass(const ComClass&) = delete;
@@ -56,7 +56,7 @@ public:
         *result = nullptr;
         if (!Offers(iid)) return E_NOINTERFACE;
         void* found = iid == __uuidof(IUnknown) ? Identity() : Find<First>(iid);
-        ((found || (found = Find<Others>(iid))) || ...);
+        ((found = found ? found : Find<Others>(iid)), ...);
         if (!found) return E_NOINTERFACE;
         *result = found;
         AddRef();

@@ -15,7 +15,7 @@ public:
     /// From what a dispatch call left in its EXCEPINFO; takes over and frees its strings.
     static Error FromException(HRESULT result, EXCEPINFO& exception);
 
-    /// From the calling thread's IErrorInfo where the object supports it, else the system's text.
+    /// From a plain result code: what was tried, and the system's text.
     static Error FromResult(HRESULT result, const std::wstring& action);
 
     [[nodiscard]] HRESULT Number() const noexcept { return number_; }

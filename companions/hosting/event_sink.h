@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hosting/ref.h"
+#include "hosting/type_description.h"
 
 #include <functional>
 #include <span>
@@ -51,20 +52,12 @@ public:
 private:
     class Sink;
 
+    void Connect(IUnknown* source, const SourceInterface& found, EventHandler handler);
+
     Ref<Sink> sink_;
     Ref<IConnectionPoint> point_;
     IID interfaceId_{};
     DWORD cookie_ = 0;
 };
-
-/// Whether the object says that it has a source interface to connect to.
-[[nodiscard]] bool HasEvents(IUnknown* object);
-
-/// The default source interface of an object and its description, which may be null.
-struct SourceInterface {
-    IID id{};
-    Ref<ITypeInfo> description;
-};
-[[nodiscard]] SourceInterface FindSourceInterface(IUnknown* object);
 
 }  // namespace hosting

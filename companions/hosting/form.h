@@ -35,7 +35,8 @@ public:
     /// The control whose user interface is active, or null.
     [[nodiscard]] HostedControl* Active() const noexcept { return active_; }
     /// Moves the focus to the next (or previous) control that is a tab stop, around the end.
-    void FocusNext(bool backwards);
+    /// False where no control is one.
+    bool FocusNext(bool backwards, MSG* message = nullptr);
     /// Puts the focus back to the active control, or to the first; call it on WM_SETFOCUS.
     void RestoreFocus();
     /// For the message loop: accelerators of the active control, Tab, mnemonics. True where the
@@ -46,8 +47,11 @@ private:
     friend class HostedControl;
     friend class InPlaceSite;
     friend class ControlSite;
-    friend class Frame;
 
+    void Activated(HostedControl& control);
+    void Deactivated(HostedControl& control);
+    HostedControl* FocusOwner() const;
+    bool TranslateKey(MSG& message);
     bool FocusByMnemonic(MSG& message);
 
     HWND window_;

@@ -8,6 +8,13 @@
 
 namespace hosting {
 
+/// Destroys a window with its last owner.
+struct DestroysWindow {
+    using pointer = HWND;
+    void operator()(HWND window) const noexcept { DestroyWindow(window); }
+};
+using OwnedWindow = std::unique_ptr<HWND, DestroysWindow>;
+
 /// A plain top-level window with a form in it.
 class HostWindow {
 public:
@@ -17,7 +24,7 @@ public:
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
-    [[nodiscard]] HWND Handle() const noexcept { return window_; }
+    [[nodiscard]] HWND Handle() const noexcept { return window_.get(); }
     [[nodiscard]] Form& GetForm() noexcept { return *form_; }
 
     /// Called when the user closes the window, which then is hidden, not destroyed.
@@ -26,7 +33,7 @@ public:
 private:
     static LRESULT CALLBACK WindowProcedure(HWND, UINT, WPARAM, LPARAM);
 
-    HWND window_ = nullptr;
+    OwnedWindow window_;
     std::unique_ptr<Form> form_;
 };
 

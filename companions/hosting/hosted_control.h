@@ -53,8 +53,9 @@ public:
     void Move(const RECT& bounds);
     void Show() { DoVerb(OLEIVERB_SHOW); }
     void Hide() { DoVerb(OLEIVERB_HIDE); }
-    /// Gives the control the focus by activating its user interface.
-    void Focus() { DoVerb(OLEIVERB_UIACTIVATE); }
+    /// Gives the control the focus by activating its user interface. `message` is the key that
+    /// led here, so that a control with inner tab stops knows the direction.
+    void Focus(MSG* message = nullptr) { DoVerb(OLEIVERB_UIACTIVATE, message); }
     /// Whether the control wants the focus when the user steps through the form with Tab.
     [[nodiscard]] bool IsTabStop() const;
     /// Offers a message to the control's accelerators. True where it was used up.
@@ -80,13 +81,13 @@ public:
     HRESULT Advise();
     HRESULT SetExtent(SIZE pixels);
     [[nodiscard]] SIZE Extent() const;  ///< in pixels; {0, 0} where the control does not say
-    HRESULT DoVerb(LONG verb, MSG* message = nullptr);
+    HRESULT DoVerb(LONG verb, MSG* message = nullptr);  ///< may destroy this object
     HRESULT SetObjectRects();
     HRESULT FreezeEvents(bool freeze);
     HRESULT UIDeactivate();
     HRESULT InPlaceDeactivate();
     HRESULT CloseObject();
-    void Unadvise();
+    HRESULT Unadvise();
     HRESULT TakeSiteAway();
 
     /// The site object as the control sees it.
@@ -96,8 +97,13 @@ private:
     friend class ClientSite;
     friend class InPlaceSite;
     friend class ControlSite;
+    friend class AmbientDispatch;
     friend class PropertyNotifySink;
     friend class Frame;
+
+    void SetControl(Ref<IUnknown> control);
+    void BecameInPlaceActive();
+    void BecameInPlaceInactive();
 
     Form& form_;
     std::wstring name_;
