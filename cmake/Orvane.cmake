@@ -5,8 +5,9 @@ add_library(orvane_options INTERFACE)
 target_include_directories(orvane_options INTERFACE
   ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/companions ${CMAKE_BINARY_DIR}/idl)
 target_compile_options(orvane_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wnull-dereference -Wduplicated-cond -Wlogical-op -Werror)
+  # Not -Wnon-virtual-dtor: COM interfaces have no destructors, their objects delete themselves.
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Woverloaded-virtual
+  -Wnull-dereference -Wduplicated-cond -Wlogical-op -Werror)
 if(WIN32)
   target_compile_definitions(orvane_options INTERFACE
     UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
@@ -83,15 +84,28 @@ function(orvane_type_library target idl)
   target_include_directories(${target} SYSTEM PUBLIC ${out})
 endfunction()
 
-# orvane_server(NAME SOURCES file... LIBS target... DEF file.def TYPELIB stem)
-# A DLL of automation classes. Its resource script finds the type library as "STEM.tlb".
+# orvane_server(NAME SOURCES file... LIBS target... RC file.rc TYPELIB stem ASSEMBLY name)
+# A DLL of automation classes on src/ole. The resource script finds the type library as "STEM.tlb".
+# The class table is also written out as the side-by-side manifest ASSEMBLY.manifest beside the DLL.
 function(orvane_server name)
-  cmake_parse_arguments(arg "" "DEF;TYPELIB" "SOURCES;LIBS" ${ARGN})
-  add_library(${name} SHARED ${arg_SOURCES} ${arg_DEF})
-  target_link_libraries(${name} PRIVATE orvane_options ${arg_LIBS})
-  target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  cmake_parse_arguments(arg "" "RC;TYPELIB;ASSEMBLY" "SOURCES;LIBS" ${ARGN})
+  if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+    set(exports ${CMAKE_SOURCE_DIR}/src/ole/server_debug.def)
+  else()
+    set(exports ${CMAKE_SOURCE_DIR}/src/ole/server.def)
+  endif()
+  add_library(${name} SHARED ${arg_SOURCES} ${arg_RC} ${exports})
+  target_link_libraries(${name} PRIVATE orvane_options ole ${arg_LIBS})
   set_target_properties(${name} PROPERTIES PREFIX "")
-  set_property(SOURCE ${arg_SOURCES} APPEND PROPERTY OBJECT_DEPENDS ${CMAKE_BINARY_DIR}/idl/${arg_TYPELIB}.tlb)
+  set_source_files_properties(${arg_RC} PROPERTIES
+    INCLUDE_DIRECTORIES "${CMAKE_BINARY_DIR}/idl;${CMAKE_SOURCE_DIR}/src/library"
+    OBJECT_DEPENDS ${CMAKE_BINARY_DIR}/idl/${arg_TYPELIB}.tlb)
+  set(bin ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+  add_custom_command(TARGET ${name} POST_BUILD
+    COMMAND ${CMAKE_COMMAND} -E chdir ${bin} ${CMAKE_CROSSCOMPILING_EMULATOR}
+            regsvr32 /s /n /i:manifest=${arg_ASSEMBLY}.manifest ${name}.dll
+    BYPRODUCTS ${bin}/${arg_ASSEMBLY}.manifest
+    VERBATIM)
 endfunction()
 
 # orvane_test(NAME SOURCES file... [LIBS target...] [INPUT])

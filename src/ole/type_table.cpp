@@ -3,31 +3,11 @@
 #include <oleauto.h>
 
 #include "ole/error.h"
+#include "ole/lent.h"
 
 namespace ole {
 
 namespace {
-
-/// Releases what ITypeInfo hands out by Get... and wants back.
-template <class T, void (STDMETHODCALLTYPE ITypeInfo::*release)(T*)>
-class Lent {
-public:
-    explicit Lent(ITypeInfo& info) : info_(info) {}
-    ~Lent() {
-        if (lent_ != nullptr) (info_.*release)(lent_);
-    }
-    Lent(const Lent&) = delete;
-    Lent& operator=(const Lent&) = delete;
-    T** Address() { return &lent_; }
-    T* operator->() const { return lent_; }
-    T& operator*() const { return *lent_; }
-
-private:
-    ITypeInfo& info_;
-    T* lent_ = nullptr;
-};
-using Attributes = Lent<TYPEATTR, &ITypeInfo::ReleaseTypeAttr>;
-using Function = Lent<FUNCDESC, &ITypeInfo::ReleaseFuncDesc>;
 
 /// Follows pointers, aliases and enumerations to the plain type, and names the interface of an
 /// object type. Answers how many pointers lead to the value.
@@ -49,7 +29,7 @@ int Resolve(ITypeInfo& info, const TYPEDESC& type, Parameter& parameter) {
     }
     Ref<ITypeInfo> referred;
     Check(info.GetRefTypeInfo(type.hreftype, referred.GetAddressOf()));
-    Attributes attributes(*referred.Get());
+    LentTypeAttributes attributes(*referred.Get());
     Check(referred->GetTypeAttr(attributes.Address()));
     switch (attributes->typekind) {
         case TKIND_ENUM:
@@ -72,7 +52,7 @@ constexpr int assigns = INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF;
 
 TypeTable::TypeTable(Ref<ITypeInfo> info) : info_(std::move(info)) {
     // A dual interface comes as its dispatch half; the half with the function offsets is behind it.
-    Attributes attributes(*info_.Get());
+    LentTypeAttributes attributes(*info_.Get());
     Check(info_->GetTypeAttr(attributes.Address()));
     Ref<ITypeInfo> table = info_;
     if (attributes->typekind == TKIND_DISPATCH) {
@@ -80,11 +60,11 @@ TypeTable::TypeTable(Ref<ITypeInfo> info) : info_(std::move(info)) {
         Check(info_->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference));
         Check(info_->GetRefTypeInfo(reference, table.ReleaseAndGetAddressOf()));
     }
-    Attributes tableAttributes(*table.Get());
+    LentTypeAttributes tableAttributes(*table.Get());
     Check(table->GetTypeAttr(tableAttributes.Address()));
     std::swap(info_, table);
     for (UINT i = 0; i < tableAttributes->cFuncs; ++i) {
-        Function function(*info_.Get());
+        LentFunction function(*info_.Get());
         Check(info_->GetFuncDesc(i, function.Address()));
         Read(*function);
     }

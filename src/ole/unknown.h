@@ -10,6 +10,19 @@
 
 namespace ole {
 
+template <class I>
+class Dispatch;
+
+/// The interface that a base class of an object stands for: itself, or the one that it implements.
+template <class T>
+struct Served {
+    using Type = T;
+};
+template <class I>
+struct Served<Dispatch<I>> {
+    using Type = I;
+};
+
 /// The further interfaces that an interface answers for: those that it extends, beside IUnknown.
 template <class... I>
 struct Interfaces {};
@@ -42,17 +55,22 @@ struct Extends<IProvideClassInfo2> {
 
 namespace detail {
 
-template <class I, class Self, class... Bases>
+template <class Base, class I, class Self, class... Bases>
 void* FindOf(Self* self, REFIID id, Interfaces<Bases...>) {
-    if (id == __uuidof(I) || ((id == __uuidof(Bases)) || ...)) return static_cast<I*>(self);
+    if (id == __uuidof(I) || ((id == __uuidof(Bases)) || ...)) {
+        return static_cast<I*>(static_cast<Base*>(self));
+    }
     return nullptr;
 }
 
-/// The first of `I...` that is, or extends, the interface `id`.
-template <class... I, class Self>
+/// The first of the bases `B...` whose interface is, or extends, `id`.
+template <class... B, class Self>
 void* Find(Self* self, REFIID id) {
     void* found = nullptr;
-    ((found = found != nullptr ? found : FindOf<I>(self, id, typename Extends<I>::Type{})), ...);
+    ((found = found != nullptr ? found
+                               : FindOf<B, typename Served<B>::Type>(
+                                     self, id, typename Extends<typename Served<B>::Type>::Type{})),
+     ...);
     return found;
 }
 
