@@ -72,10 +72,10 @@ function(orvane_type_library target idl)
   add_custom_command(
     OUTPUT ${out}/${stem}.tlb ${out}/${stem}.h ${out}/${stem}_i.c
     COMMAND ${ORVANE_TRIPLE}-widl ${width} -L /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
-            -I ${CMAKE_CURRENT_SOURCE_DIR} -t -o ${out}/${stem}.tlb ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
-    COMMAND ${ORVANE_TRIPLE}-widl ${width} -I ${CMAKE_CURRENT_SOURCE_DIR} -L /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
+            -I ${CMAKE_CURRENT_SOURCE_DIR} -I ${CMAKE_SOURCE_DIR}/idl -t -o ${out}/${stem}.tlb ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
+    COMMAND ${ORVANE_TRIPLE}-widl ${width} -I ${CMAKE_CURRENT_SOURCE_DIR} -I ${CMAKE_SOURCE_DIR}/idl -L /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
             -h -o ${out}/${stem}.h ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
-    COMMAND ${ORVANE_TRIPLE}-widl ${width} -I ${CMAKE_CURRENT_SOURCE_DIR} -L /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
+    COMMAND ${ORVANE_TRIPLE}-widl ${width} -I ${CMAKE_CURRENT_SOURCE_DIR} -I ${CMAKE_SOURCE_DIR}/idl -L /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
             -u -o ${out}/${stem}_i.c ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
     DEPENDS ${idl} ${arg_DEPENDS}
     COMMENT "Type library ${stem}"
