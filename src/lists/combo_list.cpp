@@ -1,0 +1,179 @@
+#include "lists/combo_list.h"
+
+#include <climits>
+#include <utility>
+
+#include "ole/error.h"
+#include "ole/text.h"
+
+namespace lists {
+
+namespace {
+
+bool IsBuiltIn(const _bstr_t& name) {
+    return name == _bstr_t(L"MetaNode") || name == _bstr_t(L"MetaLink") ||
+           name == _bstr_t(L"MetaProperty");
+}
+
+const wchar_t* Shown(const _bstr_t& text) {
+    const wchar_t* characters = text;
+    return characters == nullptr ? L"" : characters;
+}
+
+}  // namespace
+
+void ComboList::ListMetaNodes(ole::Object repository, const _bstr_t& viewAttr) {
+    viewAttr_ = viewAttr;
+    Begin(Mode::metaNodes, repository, repository);
+    repository.CallForObject(L"MetaNodes").Each([&](const ole::Object& metaNode) {
+        if (!IsBuiltIn(ole::ToText(metaNode.Call(L"name")))) AddShown(metaNode);
+    });
+}
+
+void ComboList::ListMetaLinks(ole::Object repository, const _bstr_t& viewAttr) {
+    viewAttr_ = viewAttr;
+    Begin(Mode::metaLinks, repository, repository);
+    repository.CallForObject(L"MetaLinks").Each([&](const ole::Object& link) { AddShown(link); });
+}
+
+void ComboList::ListMetaProperties(ole::Object object) {
+    Begin(Mode::metaProperties, object, object);
+    object.CallForObject(L"Properties").Each([&](const ole::Object& property) {
+        box_.AddRow(Shown(ole::ToText(property.Call(L"name"))));
+        Number(property);
+    });
+}
+
+void ComboList::ListNodes(ole::Object metaNode, const _bstr_t& viewAttr) {
+    viewAttr_ = viewAttr;
+    Begin(Mode::nodes, metaNode, metaNode);
+    metaNode.CallForObject(L"Extension").Each([&](const ole::Object& node) { AddShown(node); });
+}
+
+void ComboList::ListLinks(ole::Object metaLink, const _bstr_t& viewAttr, long showObject) {
+    viewAttr_ = viewAttr;
+    showObject_ = showObject;
+    Begin(Mode::links, metaLink, metaLink);
+    AddLinks(metaLink.CallForObject(L"Extension"));
+}
+
+void ComboList::ListOutgoing(ole::Object node, ole::Object metaLink, const _bstr_t& viewAttr,
+                             long showObject) {
+    viewAttr_ = viewAttr;
+    showObject_ = showObject;
+    Begin(Mode::outgoing, node, metaLink);
+    AddLinks(node.CallForObject(L"Outgoing_", metaLink.Call(L"name")));
+}
+
+void ComboList::ListIncoming(ole::Object node, ole::Object metaLink, const _bstr_t& viewAttr,
+                             long showObject) {
+    viewAttr_ = viewAttr;
+    showObject_ = showObject;
+    Begin(Mode::outgoing, node, metaLink);
+    AddLinks(node.CallForObject(L"Incoming_", metaLink.Call(L"name")));
+}
+
+void ComboList::Refresh() {
+    box_.RemoveRows();
+    items_.clear();
+    switch (mode_) {
+        case Mode::metaNodes:
+            return ListMetaNodes(source_, viewAttr_);
+        case Mode::metaLinks:
+            return ListMetaLinks(source_, viewAttr_);
+        case Mode::nodes:
+            return ListNodes(source_, viewAttr_);
+        case Mode::links:
+            return ListLinks(source_, viewAttr_, showObject_);
+        case Mode::outgoing:
+            return ListOutgoing(source_, second_, viewAttr_, showObject_);
+        case Mode::incoming:
+            return ListIncoming(source_, second_, viewAttr_, showObject_);
+        case Mode::metaProperties:
+            return ListMetaProperties(source_);
+    }
+}
+
+void ComboList::Clear() {
+    box_.RemoveRows();
+    // The objects' last references may go here and call back.
+    const ole::Object source = std::exchange(source_, {});
+    const ole::Object second = std::exchange(second_, {});
+    const std::vector<ole::Object> items = std::exchange(items_, {});
+}
+
+ole::Object ComboList::Selection() const {
+    const int row = box_.CurrentRow();
+    return row < 0 ? ole::Object() : ObjectOf(box_.Number(row));
+}
+
+void ComboList::Select(const ole::Object& wanted) {
+    const bool byName = mode_ == Mode::metaNodes || mode_ == Mode::metaLinks;
+    const wchar_t* member = byName ? L"name" : L"identifier";
+    for (int row = 0; row < box_.RowCount(); ++row) {
+        const ole::Object object = ObjectOf(box_.Number(row));
+        if (ole::Equal(object.Call(member), wanted.Call(member))) box_.SetCurrentRow(row);
+    }
+}
+
+_bstr_t ComboList::ClickKey() const {
+    const bool byName =
+        mode_ == Mode::metaNodes || mode_ == Mode::metaLinks || mode_ == Mode::metaProperties;
+    return ole::ToText(Selection().Call(byName ? L"name" : L"identifier"));
+}
+
+bool ComboList::ReportsChange() const {
+    return mode_ != Mode::metaNodes && mode_ != Mode::metaLinks;
+}
+
+_bstr_t ComboList::ChangeKey() const {
+    return ole::ToText(Selection().Call(L"name"));
+}
+
+void ComboList::Begin(Mode mode, const ole::Object& source, const ole::Object& second) {
+    mode_ = mode;
+    source_ = source;
+    second_ = second;
+    const std::vector<ole::Object> dropped = std::exchange(items_, {});
+}
+
+void ComboList::AddShown(const ole::Object& object) {
+    box_.AddRow(Shown(ole::ToText(object.Call(L"GetProperty", viewAttr_))));
+    Number(object);
+}
+
+void ComboList::AddLinks(const ole::Object& links) {
+    links.Each([&](const ole::Object& link) {
+        switch (showObject_) {
+            // The source end shows the target as well.
+            case sourceEnd:
+            case targetEnd:
+                box_.AddRow(Shown(ole::ToTextOfAnything(
+                    link.CallForObject(L"Target").Call(L"GetProperty", viewAttr_))));
+                break;
+            case linkItself:
+                box_.AddRow(Shown(ole::ToTextOfAnything(link.Call(L"GetProperty", viewAttr_))));
+                break;
+            default:
+                // No row, but the object takes its number all the same.
+                break;
+        }
+        Number(link);
+    });
+}
+
+void ComboList::Number(const ole::Object& object) {
+    const std::size_t number = items_.size();
+    if (number > LONG_MAX) ole::Throw(ole::Number::overflow);
+    box_.SetNewestNumber(static_cast<long>(number));
+    items_.push_back(object);
+}
+
+ole::Object ComboList::ObjectOf(long number) const {
+    if (number < 0 || static_cast<std::size_t>(number) >= items_.size()) {
+        ole::Throw(ole::Number::invalidCall);
+    }
+    return items_[static_cast<std::size_t>(number)];
+}
+
+}  // namespace lists
