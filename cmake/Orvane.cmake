@@ -94,8 +94,10 @@ function(orvane_server name)
   else()
     set(exports ${CMAKE_SOURCE_DIR}/src/ole/server.def)
   endif()
-  add_library(${name} SHARED ${arg_SOURCES} ${arg_RC} ${exports})
+  add_library(${name} SHARED
+    ${arg_SOURCES} ${CMAKE_SOURCE_DIR}/src/ole/entry_points.cpp ${arg_RC} ${exports})
   target_link_libraries(${name} PRIVATE orvane_options ole ${arg_LIBS})
+  target_link_options(${name} PRIVATE -Wl,--enable-stdcall-fixup)
   set_target_properties(${name} PROPERTIES PREFIX "")
   set_source_files_properties(${arg_RC} PROPERTIES
     INCLUDE_DIRECTORIES "${CMAKE_BINARY_DIR}/idl;${CMAKE_SOURCE_DIR}/src/library"
