@@ -1,0 +1,47 @@
+#include "support/double.h"
+#include "support/ref.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Looks after each test whether it left doubles behind, or called one that it must not call.
+class DoublesCheck : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override {
+        support::BuryDoubles();
+        support::TakeViolations();
+        before_ = support::LiveDoubles();
+    }
+
+    void OnTestEnd(const testing::TestInfo&) override {
+        for (const std::string& complaint : support::TakeComplaints(before_))
+            ADD_FAILURE() << complaint;
+    }
+
+    long before_ = 0;
+};
+
+/// The apartment of the test's thread.
+class Apartment {
+public:
+    Apartment() : result_(OleInitialize(nullptr)) {}
+    ~Apartment() {
+        if (SUCCEEDED(result_)) OleUninitialize();
+    }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+
+private:
+    HRESULT result_;
+};
+
+}  // namespace
+
+/// The main function of every test program of automation code.
+int wmain(int count, wchar_t** arguments) {
+    const Apartment apartment;
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
+    testing::InitGoogleTest(&count, arguments);
+    testing::UnitTest::GetInstance()->listeners().Append(new DoublesCheck);
+    return RUN_ALL_TESTS();
+}
