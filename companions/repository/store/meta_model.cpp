@@ -1,0 +1,219 @@
+#include "repository/store/meta_model.h"
+
+#include "repository/store/error.h"
+
+namespace repository::store {
+
+namespace {
+
+/// The elements that were known before a reading, by id. Those that the reading does not take up
+/// again are gone.
+template <class T>
+class Known {
+public:
+    Known() = default;
+    ~Known() {
+        for (auto& [id, element] : elements_) element->removed = true;
+    }
+    Known(const Known&) = delete;
+    Known& operator=(const Known&) = delete;
+
+    template <class Range>
+    void Remember(const Range& elements) {
+        for (const auto& element : elements) elements_.emplace(element->id, element);
+    }
+
+    std::shared_ptr<T> Take(Id id) {
+        if (auto node = elements_.extract(id)) return std::move(node.mapped());
+        auto made = std::make_shared<T>();
+        made->id = id;
+        return made;
+    }
+
+private:
+    std::unordered_map<Id, std::shared_ptr<T>> elements_;
+};
+
+/// The element with that id. The file's foreign keys promise that there is one.
+template <class T>
+std::shared_ptr<T> Demand(const std::unordered_map<Id, std::shared_ptr<T>>& elements, Id id) {
+    const auto found = elements.find(id);
+    if (found == elements.end()) {
+        throw Error(Number::invalidFileFormat,
+                    "The repository file is damaged (dangling reference)");
+    }
+    return found->second;
+}
+
+}  // namespace
+
+MetaObjectRef MetaModel::Find(Id id) const {
+    const auto found = objects_.find(id);
+    return found == objects_.end() ? nullptr : found->second;
+}
+
+void MetaModel::Read(Database& database) {
+    std::vector<MetaPropertyRef> properties;
+    for (const auto& [id, object] : objects_) {
+        properties.insert(properties.end(), object->properties.begin(), object->properties.end());
+        object->properties.Clear();
+        if (const auto node = std::dynamic_pointer_cast<MetaNode>(object)) {
+            node->outgoing.Clear();
+            node->incoming.Clear();
+        }
+    }
+    objects_.clear();
+    ReadEnumerations(database);
+    ReadTypes(database);
+    ReadNodes(database);
+    ReadLinks(database);
+    ReadProperties(database, properties);
+}
+
+void MetaModel::ReadEnumerations(Database& database) {
+    Known<MetaEnum> known;
+    Known<MetaAtom> knownAtoms;
+    known.Remember(enumerations);
+    for (const MetaEnumRef& enumeration : enumerations) knownAtoms.Remember(enumeration->atoms);
+    enumerations.Clear();
+
+    Statement atoms =
+        database.Prepare("SELECT id, name FROM meta_atom WHERE enumeration = ?1 ORDER BY id");
+    Statement all = database.Prepare("SELECT id, name FROM meta_enum ORDER BY id");
+    for (auto row = all.Run(); row.Next();) {
+        const MetaEnumRef enumeration = known.Take(row.Integer(0));
+        enumeration->name = row.Text(1);
+        enumeration->atoms.clear();
+        for (auto atomRow = atoms.Run(enumeration->id); atomRow.Next();) {
+            const auto atom = knownAtoms.Take(atomRow.Integer(0));
+            atom->name = atomRow.Text(1);
+            enumeration->atoms.push_back(atom);
+        }
+        enumerations.Add(enumeration);
+    }
+}
+
+void MetaModel::ReadTypes(Database& database) {
+    Known<MetaType> known;
+    known.Remember(types);
+    types.Clear();
+    std::unordered_map<Id, MetaEnumRef> enumerationById;
+    for (const MetaEnumRef& enumeration : enumerations) {
+        enumerationById.emplace(enumeration->id, enumeration);
+    }
+
+    Statement all = database.Prepare(
+        "SELECT id, name, description, data_type, enumeration, built_in FROM meta_type ORDER BY "
+        "id");
+    for (auto row = all.Run(); row.Next();) {
+        const MetaTypeRef type = known.Take(row.Integer(0));
+        type->name = row.Text(1);
+        type->description = row.Text(2);
+        const auto dataType = DataTypeOf(row.Text(3));
+        if (!dataType) {
+            throw Error(Number::invalidFileFormat,
+                        "The repository file is damaged (unknown data type " + row.Text(3) + ")");
+        }
+        type->dataType = *dataType;
+        type->enumeration = row.IsNull(4) ? nullptr : Demand(enumerationById, row.Integer(4));
+        type->builtIn = row.Integer(5) != 0;
+        types.Add(type);
+    }
+}
+
+void MetaModel::ReadNodes(Database& database) {
+    Known<MetaNode> known;
+    known.Remember(nodes);
+    nodes.Clear();
+    Statement all = database.Prepare(
+        "SELECT id, name, description, built_in FROM meta_object WHERE source IS NULL ORDER BY id");
+    for (auto row = all.Run(); row.Next();) {
+        const MetaNodeRef node = known.Take(row.Integer(0));
+        node->name = row.Text(1);
+        node->description = row.Text(2);
+        node->builtIn = row.Integer(3) != 0;
+        node->instances.reset();
+        Add(node);
+    }
+}
+
+void MetaModel::ReadLinks(Database& database) {
+    Known<MetaLink> known;
+    known.Remember(links);
+    links.Clear();
+    std::unordered_map<Id, MetaNodeRef> nodeById;
+    for (const MetaNodeRef& node : nodes) nodeById.emplace(node->id, node);
+
+    Statement all = database.Prepare(
+        "SELECT id, name, description, link_name, source, target FROM meta_object "
+        "WHERE source IS NOT NULL ORDER BY id");
+    for (auto row = all.Run(); row.Next();) {
+        const MetaLinkRef link = known.Take(row.Integer(0));
+        link->name = row.Text(1);
+        link->description = row.Text(2);
+        link->linkName = row.Text(3);
+        link->source = Demand(nodeById, row.Integer(4));
+        link->target = Demand(nodeById, row.Integer(5));
+        link->instances.reset();
+        Add(link);
+    }
+}
+
+void MetaModel::ReadProperties(Database& database, const std::vector<MetaPropertyRef>& before) {
+    Known<MetaProperty> known;
+    known.Remember(before);
+    std::unordered_map<Id, MetaTypeRef> typeById;
+    for (const MetaTypeRef& type : types) typeById.emplace(type->id, type);
+
+    Statement all = database.Prepare(
+        "SELECT id, owner, name, description, type, role, is_dynamic, is_persistent "
+        "FROM meta_property ORDER BY id");
+    for (auto row = all.Run(); row.Next();) {
+        const MetaPropertyRef property = known.Take(row.Integer(0));
+        const MetaObjectRef owner = Demand(objects_, row.Integer(1));
+        property->owner = owner;
+        property->name = row.Text(2);
+        property->description = row.Text(3);
+        property->type = Demand(typeById, row.Integer(4));
+        property->role = static_cast<Role>(row.Integer(5));
+        property->dynamic = row.Integer(6) != 0;
+        property->persistent = row.Integer(7) != 0;
+        owner->properties.Add(property);
+    }
+}
+
+void MetaModel::Add(const MetaNodeRef& node) {
+    nodes.Add(node);
+    objects_.emplace(node->id, node);
+}
+
+void MetaModel::Add(const MetaLinkRef& link) {
+    links.Add(link);
+    objects_.emplace(link->id, link);
+    link->source->outgoing.Add(link);
+    link->target->incoming.Add(link);
+}
+
+void MetaModel::Forget(const MetaObjectRef& object) {
+    object->removed = true;
+    for (const MetaPropertyRef& property : object->properties) property->removed = true;
+    objects_.erase(object->id);
+    if (const auto link = std::dynamic_pointer_cast<MetaLink>(object)) {
+        link->source->outgoing.Remove(*link);
+        link->target->incoming.Remove(*link);
+        links.Remove(*link);
+    } else if (const auto node = std::dynamic_pointer_cast<MetaNode>(object)) {
+        while (node->outgoing.Count() > 0) Forget(node->outgoing.At(0));
+        while (node->incoming.Count() > 0) Forget(node->incoming.At(0));
+        nodes.Remove(*node);
+    }
+}
+
+MetaModel::~MetaModel() {
+    for (const MetaNodeRef& node : nodes) {
+        node->outgoing.Clear();
+        node->incoming.Clear();
+    }
+}
+
+}  // namespace repository::store

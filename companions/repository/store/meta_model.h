@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "repository/store/element.h"
+#include "repository/store/value.h"
+
+namespace repository::store {
+
+struct MetaObject;
+struct MetaLink;
+
+/// One value of an enumeration.
+struct MetaAtom : Element {};
+
+/// An enumeration: the names that a property's value can be.
+struct MetaEnum : Element {
+    std::vector<std::shared_ptr<MetaAtom>> atoms;
+};
+
+/// A type of property values: the basic type, and what an editor is to make of it.
+struct MetaType : Element {
+    std::string description;
+    DataType dataType = DataType::string;
+    std::shared_ptr<MetaEnum> enumeration;
+    bool builtIn = false;
+};
+
+/// Where a property's values are: in the object's own fields, or with its other values. The numbers
+/// stand in the file.
+enum class Role { value = 0, name = 1, identifier = 2, description = 3 };
+
+/// A property that the instances of a meta node or meta link have.
+struct MetaProperty : Element {
+    std::weak_ptr<MetaObject> owner;
+    std::string description;
+    std::shared_ptr<MetaType> type;
+    Role role = Role::value;
+    bool dynamic = false;
+    bool persistent = true;
+};
+
+/// What meta nodes and meta links have in common.
+struct MetaObject : Element {
+    virtual ~MetaObject() = default;
+    std::string description;
+    bool builtIn = false;
+    NamedList<MetaProperty> properties;
+
+    /// The number of instances, once it was asked for.
+    mutable std::optional<std::int64_t> instances;
+};
+
+/// A type of nodes.
+struct MetaNode : MetaObject {
+    NamedList<MetaLink> outgoing;
+    NamedList<MetaLink> incoming;
+};
+
+/// A type of links from the nodes of one meta node to those of another. `linkName` is what the
+/// relation is called, where `name` has to be unique.
+struct MetaLink : MetaObject {
+    std::string linkName;
+    std::shared_ptr<MetaNode> source;
+    std::shared_ptr<MetaNode> target;
+};
+
+using MetaEnumRef = std::shared_ptr<MetaEnum>;
+using MetaTypeRef = std::shared_ptr<MetaType>;
+using MetaPropertyRef = std::shared_ptr<MetaProperty>;
+using MetaObjectRef = std::shared_ptr<MetaObject>;
+using MetaNodeRef = std::shared_ptr<MetaNode>;
+using MetaLinkRef = std::shared_ptr<MetaLink>;
+
+/// The names of the meta types that every repository has.
+namespace meta_type {
+constexpr const char* string = "String";
+constexpr const char* note = "NOTE";
+constexpr const char* variant = "Variant";
+}  // namespace meta_type
+
+/// The whole meta model of a repository, read when it is opened.
+class MetaModel {
+public:
+    MetaModel() = default;
+    ~MetaModel();
+    MetaModel(const MetaModel&) = delete;
+    MetaModel& operator=(const MetaModel&) = delete;
+
+    NamedList<MetaNode> nodes;
+    NamedList<MetaLink> links;
+    NamedList<MetaType> types;
+    NamedList<MetaEnum> enumerations;
+
+    /// The meta object with that id, or none.
+    MetaObjectRef Find(Id id) const;
+
+    /// Reads the meta model from the file. What was read before and is still there stays the same
+    /// element, with its new content; what is gone is marked as removed.
+    void Read(Database& database);
+
+    /// Adds a meta object, with the lists of the meta nodes at its ends; `Forget` is the reverse.
+    void Add(const MetaNodeRef& node);
+    void Add(const MetaLinkRef& link);
+    void Forget(const MetaObjectRef& object);
+
+private:
+    void ReadEnumerations(Database& database);
+    void ReadTypes(Database& database);
+    void ReadNodes(Database& database);
+    void ReadLinks(Database& database);
+    void ReadProperties(Database& database, const std::vector<MetaPropertyRef>& before);
+
+    std::unordered_map<Id, MetaObjectRef> objects_;
+};
+
+}  // namespace repository::store

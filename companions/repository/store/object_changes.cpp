@@ -1,0 +1,270 @@
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "repository/store/error.h"
+#include "repository/store/store.h"
+
+namespace repository::store {
+
+namespace {
+
+void RequireLive(const Element& element) {
+    if (element.removed) {
+        throw Error(Number::elementNotFound, "\"" + element.name + "\" has been removed");
+    }
+}
+
+/// The name of the enumeration's value that `text` means: the same, or the only one that is the
+/// same without case.
+std::string AtomOf(const MetaEnum& enumeration, const std::string& text) {
+    const MetaAtom* found = nullptr;
+    int matches = 0;
+    const std::string key = FoldCase(text);
+    for (const auto& atom : enumeration.atoms) {
+        if (atom->name == text) return text;
+        if (FoldCase(atom->name) != key) continue;
+        found = atom.get();
+        ++matches;
+    }
+    if (matches == 1) return found->name;
+    throw Error(Number::invalidPropertyValue,
+                "\"" + text + "\" is no value of the enumeration \"" + enumeration.name + "\"");
+}
+
+bool IsNoNumber(const Value& value) {
+    if (const auto* number = std::get_if<double>(&value)) return std::isnan(*number);
+    if (const auto* number = std::get_if<float>(&value)) return std::isnan(*number);
+    if (const auto* date = std::get_if<Date>(&value)) return std::isnan(date->days);
+    return false;
+}
+
+/// The value as it is to be kept. Throws where it does not fit the type.
+Value Checked(const MetaProperty& property, const Value& value) {
+    if (!Fits(value, property.type->dataType)) {
+        throw Error(Number::typeMismatch, "The values of \"" + property.name + "\" are of type " +
+                                              std::string(WordOf(property.type->dataType)));
+    }
+    if (IsNoNumber(value)) {
+        throw Error(Number::invalidPropertyValue,
+                    "The value of \"" + property.name + "\" is not a number");
+    }
+    if (property.type->enumeration) {
+        if (const auto* text = std::get_if<std::string>(&value)) {
+            return AtomOf(*property.type->enumeration, *text);
+        }
+    }
+    return value;
+}
+
+std::string TextOrNone(const Value& value) {
+    const auto* text = std::get_if<std::string>(&value);
+    return text != nullptr ? *text : std::string();
+}
+
+}  // namespace
+
+ObjectRef Store::Find(std::string_view identifier) {
+    return reader_.Find(identifier);
+}
+
+ObjectRef Store::Get(Id id) {
+    return reader_.Get(id);
+}
+
+std::int64_t Store::Count(const ObjectSet& set) {
+    if (set.kind != ObjectSet::Kind::instances) return reader_.Count(set);
+    const MetaObjectRef meta = meta_.Find(set.meta);
+    if (!meta) return 0;
+    if (!meta->instances) meta->instances = reader_.Count(set);
+    return *meta->instances;
+}
+
+std::vector<ObjectRef> Store::Read(const ObjectSet& set, Id after, int limit) {
+    return reader_.Read(set, after, limit);
+}
+
+ObjectRef Store::At(const ObjectSet& set, std::int64_t position) {
+    return position < 0 ? nullptr : reader_.At(set, position);
+}
+
+ObjectRef Store::Find(const ObjectSet& set, std::string_view identifier) {
+    return reader_.Find(set, identifier);
+}
+
+std::vector<ObjectRef> Store::FindByName(const MetaObject& meta, std::string_view name) {
+    return reader_.FindByName(meta, name);
+}
+
+ObjectRef Store::MakeNode(const MetaNodeRef& meta, const std::string& identifier,
+                          const std::string& name) {
+    ChangeScope change(*this);
+    RequireLive(*meta);
+    if (meta->builtIn) {
+        throw Error(Number::invalidCall, "\"" + meta->name + "\" has no nodes of its own");
+    }
+    ObjectRef node = InsertObject(meta, identifier, name, 0, 0);
+    change.Commit();
+    return node;
+}
+
+ObjectRef Store::MakeLink(const MetaLinkRef& meta, const ObjectRef& source, const ObjectRef& target,
+                          const std::string& identifier, const std::string& name) {
+    ChangeScope change(*this);
+    RequireLive(*meta);
+    Update(*source);
+    Update(*target);
+    RequireLive(*source);
+    RequireLive(*target);
+    if (source->meta != meta->source || target->meta != meta->target) {
+        throw Error(Number::typeMismatch, "The links of \"" + meta->name + "\" go from \"" +
+                                              meta->source->name + "\" to \"" + meta->target->name +
+                                              "\"");
+    }
+    ObjectRef link = InsertObject(meta, identifier, name, source->id, target->id);
+    change.Commit();
+    return link;
+}
+
+ObjectRef Store::InsertObject(const MetaObjectRef& meta, const std::string& identifier,
+                              const std::string& name, Id source, Id target) {
+    if (identifier.empty()) throw Error(Number::invalidCall, "An identifier must not be empty");
+    try {
+        database_
+            ->Cached(
+                "INSERT INTO object(meta, identifier, name, name_key, source, target) "
+                "VALUES(?1, ?2, ?3, ?4, NULLIF(?5, 0), NULLIF(?6, 0))")
+            .Execute(meta->id, identifier, name, FoldCase(name), source, target);
+    } catch (const Error& error) {
+        if (error.ErrorNumber() != Number::keyInUse) throw;
+        throw Error(Number::keyInUse, "The identifier \"" + identifier + "\" is already in use");
+    }
+    ++version_;
+    if (meta->instances) ++*meta->instances;
+    return reader_.Register(meta, database_->LastInsertId(), identifier, name, source, target);
+}
+
+void Store::Update(Object& object) {
+    reader_.Update(object);
+}
+
+ObjectRef Store::Source(Object& link) {
+    Update(link);
+    RequireLive(link);
+    return link.IsLink() ? Get(link.source) : nullptr;
+}
+
+ObjectRef Store::Target(Object& link) {
+    Update(link);
+    RequireLive(link);
+    return link.IsLink() ? Get(link.target) : nullptr;
+}
+
+void Store::Rename(const ObjectRef& object, const std::string& name) {
+    ChangeScope change(*this);
+    Update(*object);
+    RequireLive(*object);
+    if (object->name == name) return;
+    database_->Cached("UPDATE object SET name = ?2, name_key = ?3 WHERE id = ?1")
+        .Execute(object->id, name, FoldCase(name));
+    object->name = name;
+    change.Commit();
+}
+
+void Store::Describe(const ObjectRef& object, const std::string& description) {
+    ChangeScope change(*this);
+    Update(*object);
+    RequireLive(*object);
+    if (object->description == description) return;
+    database_->Cached("UPDATE object SET description = ?2 WHERE id = ?1")
+        .Execute(object->id, description);
+    object->description = description;
+    change.Commit();
+}
+
+void Store::Remove(const ObjectRef& object) {
+    ChangeScope change(*this);
+    Update(*object);
+    RequireLive(*object);
+    Forget({ObjectSet::Outgoing(*object), ObjectSet::Incoming(*object)});
+    database_->Cached("DELETE FROM object WHERE id = ?1").Execute(object->id);
+    ++version_;
+    if (object->meta->instances) --*object->meta->instances;
+    reader_.Forget(object->id);
+    change.Commit();
+}
+
+Value Store::GetValue(Object& object, const MetaProperty& property) {
+    Update(object);
+    RequireLive(object);
+    switch (property.role) {
+        case Role::name:
+            return object.name;
+        case Role::identifier:
+            return object.identifier;
+        case Role::description:
+            return object.description;
+        case Role::value:
+            break;
+    }
+    const Values& values = reader_.ValuesOf(object);
+    const auto found = values.find(property.id);
+    return found == values.end() ? Value() : found->second;
+}
+
+void Store::SetValue(const ObjectRef& object, const MetaProperty& property, const Value& value) {
+    const Value before = GetValue(*object, property);
+    RequireLive(property);
+    if (property.owner.lock() != object->meta) {
+        throw Error(Number::invalidCall, "\"" + object->name + "\" has no property \"" +
+                                             property.name + "\" of another meta object");
+    }
+    if (value == before) return;
+    const Value kept = Checked(property, value);
+    switch (property.role) {
+        case Role::name:
+            return Rename(object, TextOrNone(kept));
+        case Role::description:
+            return Describe(object, TextOrNone(kept));
+        case Role::identifier:
+            throw Error(Number::permissionDenied, "The identifier of an object does not change");
+        case Role::value:
+            break;
+    }
+    ChangeScope change(*this);
+    Update(*object);
+    RequireLive(*object);
+    RequireLive(property);
+    if (IsEmpty(kept)) {
+        database_->Cached("DELETE FROM property_value WHERE object = ?1 AND property = ?2")
+            .Execute(object->id, property.id);
+    } else {
+        database_
+            ->Cached(
+                "INSERT INTO property_value(object, property, type, value) VALUES(?1, ?2, ?3, ?4) "
+                "ON CONFLICT(object, property) DO UPDATE SET type = ?3, value = ?4")
+            .Execute(object->id, property.id, static_cast<std::int64_t>(kept.index()), kept);
+    }
+    if (object->values_) {
+        if (IsEmpty(kept)) {
+            object->values_->erase(property.id);
+        } else {
+            (*object->values_)[property.id] = kept;
+        }
+    }
+    change.Commit();
+}
+
+void Store::Forget(const std::vector<ObjectSet>& sets) {
+    for (const ObjectSet& set : sets) {
+        for (const auto& [id, metaId] : reader_.Ids(set)) {
+            reader_.Forget(id);
+            const MetaObjectRef meta = meta_.Find(metaId);
+            // A link from a node to itself is in both of the node's sets.
+            if (meta) meta->instances.reset();
+        }
+    }
+    ++version_;
+}
+
+}  // namespace repository::store

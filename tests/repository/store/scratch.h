@@ -1,0 +1,70 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "repository/store/error.h"
+#include "repository/store/store.h"
+
+namespace repository::store {
+
+/// A folder of a test's own that vanishes with it.
+class Scratch {
+public:
+    Scratch();
+    ~Scratch();
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
+
+    std::string File(const std::string& name) const;
+    std::string Folder() const;
+
+private:
+    std::filesystem::path folder_;
+};
+
+std::filesystem::path PathOf(const std::string& text);
+std::string ReadFile(const std::string& path);
+void WriteFile(const std::string& path, const std::string& content);
+
+/// The number of the error that `work` throws; fails the test where it throws none.
+template <class Work>
+Number NumberOf(Work&& work) {
+    try {
+        work();
+    } catch (const Error& error) {
+        return error.ErrorNumber();
+    }
+    ADD_FAILURE() << "no error";
+    return Number::internal;
+}
+
+template <class Work>
+std::string TextOf(Work&& work) {
+    try {
+        work();
+    } catch (const Error& error) {
+        return error.what();
+    }
+    ADD_FAILURE() << "no error";
+    return {};
+}
+
+/// Two meta nodes with a meta link between them and some nodes.
+struct Small {
+    explicit Small(Store& store);
+
+    MetaNodeRef person;
+    MetaNodeRef house;
+    MetaLinkRef livesIn;
+    MetaPropertyRef age;
+    ObjectRef anna;
+    ObjectRef ben;
+    ObjectRef cottage;
+    ObjectRef annaInCottage;
+};
+
+}  // namespace repository::store
