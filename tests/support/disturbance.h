@@ -26,6 +26,12 @@ public:
     /// Runs in the middle of the call, before it is answered: to call the caller again, to handle
     /// messages, to change the repository, to destroy the caller.
     Disturbance& Run(std::function<void()> work) {
+        work_ = [run = std::move(work)](const Arguments&) { run(); };
+        return *this;
+    }
+    /// The same with the arguments, which it may write to where they are references. It may throw a
+    /// Failure.
+    Disturbance& Run(std::function<void(const Arguments&)> work) {
         work_ = std::move(work);
         return *this;
     }
@@ -49,12 +55,14 @@ public:
     bool Strikes(const Arguments* arguments);
     [[nodiscard]] const std::optional<Failure>& TheFailure() const { return failure_; }
     [[nodiscard]] const std::optional<Value>& TheAnswer() const { return answer_; }
-    [[nodiscard]] const std::function<void()>& Work() const { return work_; }
+    void Work(const Arguments& arguments) const {
+        if (work_) work_(arguments);
+    }
 
 private:
     std::optional<Failure> failure_;
     std::optional<Value> answer_;
-    std::function<void()> work_;
+    std::function<void(const Arguments&)> work_;
     std::optional<std::string> firstArgument_;
     std::optional<int> remaining_;
     int passing_ = 0;

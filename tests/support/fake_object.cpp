@@ -150,7 +150,8 @@ STDMETHODIMP FakeObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID
     if (log_) log_->Names(Label() + ".GetIDsOfNames(\"" + name + "\")");
     if (dead_ != S_OK) return dead_;
     if (const auto struck = Struck(name, true, nullptr)) {
-        if (struck->Work()) struck->Work()();
+        const DISPPARAMS none{};
+        struck->Work(Arguments(none, 0));
         return struck->TheFailure()->result;
     }
     const Member* member = name.starts_with('[') ? nullptr : Find(name);
@@ -184,7 +185,7 @@ STDMETHODIMP FakeObject::Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS* 
     if (dead_ != S_OK) return dead_;
     try {
         if (const auto struck = Struck(name, false, &arguments)) {
-            if (struck->Work()) struck->Work()();
+            struck->Work(arguments);
             if (struck->TheFailure()) return Raise(*struck->TheFailure(), exception, badArgument);
             if (dead_ != S_OK) return dead_;
             if (struck->TheAnswer())

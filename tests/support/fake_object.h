@@ -77,6 +77,8 @@ public:
     void Dismantle();
 
     [[nodiscard]] const std::string& Label() const override { return Name(); }
+    /// The object as COM knows it.
+    [[nodiscard]] IUnknown* Identity() { return static_cast<IDispatch*>(this); }
     [[nodiscard]] const SharedLog& Log() const { return log_; }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
