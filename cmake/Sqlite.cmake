@@ -1,4 +1,5 @@
 # orvane_sqlite: SQLite as a static library, from the amalgamation that script/bootstrap fetched.
+set_property(DIRECTORY ${CMAKE_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS script/lib/sqlite.sh)
 file(STRINGS ${CMAKE_SOURCE_DIR}/script/lib/sqlite.sh version REGEX "^sqlite_version=")
 string(REPLACE "sqlite_version=" "" version "${version}")
 if(DEFINED ENV{XDG_CACHE_HOME} AND NOT "$ENV{XDG_CACHE_HOME}" STREQUAL "")

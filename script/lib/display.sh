@@ -2,15 +2,17 @@
 
 display_arguments=(-screen 0 1280x1024x24 -nolisten tcp)
 
-# start_xvfb FILE: starts an Xvfb of our own; its display number goes into FILE, its process id
-# into xvfb. It holds none of the caller's files open.
+# start_xvfb FILE [WRAPPER...]: starts an Xvfb of our own; its display number goes into FILE, its
+# process id into xvfb. It holds none of the caller's locks.
 start_xvfb() {
-    local tries
-    : >"$1"
-    Xvfb -displayfd 3 "${display_arguments[@]}" 3>"$1" </dev/null >/dev/null 2>&1 7>&- 8>&- 9>&- &
+    local tries file=$1
+    shift
+    : >"$file"
+    "$@" Xvfb -displayfd 3 "${display_arguments[@]}" 3>"$file" </dev/null >/dev/null 2>&1 \
+        6>&- 7>&- 8>&- 9>&- &
     xvfb=$!
     for ((tries = 0; tries < 200; tries++)); do
-        [ -s "$1" ] && return
+        [ -s "$file" ] && return
         kill -0 "$xvfb" 2>/dev/null || break
         sleep 0.05
     done
@@ -26,7 +28,7 @@ use_display() {
     mkdir -p "$1"
     exec 8<>"$1/display.users"
     flock -s 8
-    with_lock "$1/display.lock" ensure_display "$1"
+    with_lock "$1/display.lock" ensure_display "$1" || exit 1
     export DISPLAY
     DISPLAY=:$(<"$1/display.number")
 }
@@ -48,5 +50,5 @@ ensure_display() {
             rm -f "$1/display.owner"
             kill "$2"
             exit
-        done' keeper "$1" "$xvfb" 8<>"$1/display.users" 9>&- </dev/null >/dev/null 2>&1 &
+        done' keeper "$1" "$xvfb" 8<>"$1/display.users" 6>&- 7>&- 9>&- </dev/null >/dev/null 2>&1 &
 }

@@ -29,6 +29,7 @@ sqlite_from_npm() (
 sqlite_from_debian() (
     local apt
     cd "$1"
+    install_packages tcl xz-utils
     mkdir -p apt/lists/partial apt/cache/archives/partial build
     printf 'deb-src %s bookworm main\n' "$(debian_mirror)" >apt/sources.list
     apt="-o Dir::State=$PWD/apt -o Dir::State::status=/var/lib/dpkg/status

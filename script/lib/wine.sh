@@ -55,6 +55,8 @@ make_prefix() {
         tail -n 20 "$log" >&2
         die "'wine wineboot --init' could not make the Wine prefix $prefix"
     }
+    mkdir "$prefix/.pristine"
+    cp "$prefix"/*.reg "$prefix/.pristine"
     printf '%s\n' "$engine" >"$prefix/.ready"
 }
 
@@ -62,7 +64,7 @@ make_prefix() {
 open_prefix() {
     use_display "$wine_folder"
     set_wine "$1"
-    prefix_is_ready || with_lock "$wine_folder/win$width.lock" make_prefix
+    prefix_is_ready || with_lock "$wine_folder/win$width.lock" make_prefix || exit 1
 }
 
 # run_wine WIDTH PROGRAM [ARGUMENT...]: runs PROGRAM and ends with its exit code.
