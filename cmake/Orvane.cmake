@@ -119,5 +119,5 @@ function(orvane_test name)
   target_link_libraries(${name} PRIVATE orvane_options ${arg_LIBS} GTest::gmock GTest::gtest)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
-    TIMEOUT 300 WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} RUN_SERIAL "$<BOOL:${arg_INPUT}>")
+    LABELS gtest TIMEOUT 300 WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} RUN_SERIAL "$<BOOL:${arg_INPUT}>")
 endfunction()

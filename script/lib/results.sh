@@ -43,10 +43,10 @@ summarise_program() {
         printf 'failed %s (no results: it crashed, was ended or did not run)\n' "$2"
         return
     fi
-    jq -r --arg label "$2" '.testsuites[] | .name as $suite | .testsuite[] |
+    jq -r --arg program "$2" '.testsuites[] | .name as $suite | .testsuite[] |
         (if (.failures // []) != [] then "failed"
          elif .result == "COMPLETED" then "passed" else "skipped" end)
-        + " \($label) \($suite).\(.name)"' "$1"
+        + " \($program) \($suite).\(.name)"' "$1" || printf 'failed %s (unreadable results)\n' "$2"
     if [ "$3" != run ] && [ "$(jq .failures "$1")" = 0 ]; then
         printf 'failed %s (its tests passed, but it failed when it ended)\n' "$2"
     fi
