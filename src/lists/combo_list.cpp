@@ -23,38 +23,46 @@ const wchar_t* Shown(const _bstr_t& text) {
 }  // namespace
 
 void ComboList::ListMetaNodes(ole::Object repository, const _bstr_t& viewAttr) {
+    Filling filling = {viewAttr};
     viewAttr_ = viewAttr;
     Begin(Mode::metaNodes, repository, repository);
     repository.CallForObject(L"MetaNodes").Each([&](const ole::Object& metaNode) {
-        if (!IsBuiltIn(ole::ToText(metaNode.Call(L"name")))) AddShown(metaNode);
+        if (!IsBuiltIn(ole::ToText(metaNode.Call(L"name")))) AddShown(filling, metaNode);
     });
 }
 
 void ComboList::ListMetaLinks(ole::Object repository, const _bstr_t& viewAttr) {
+    Filling filling = {viewAttr};
     viewAttr_ = viewAttr;
     Begin(Mode::metaLinks, repository, repository);
-    repository.CallForObject(L"MetaLinks").Each([&](const ole::Object& link) { AddShown(link); });
+    repository.CallForObject(L"MetaLinks").Each([&](const ole::Object& metaLink) {
+        AddShown(filling, metaLink);
+    });
 }
 
 void ComboList::ListMetaProperties(ole::Object object) {
+    Filling filling;
     Begin(Mode::metaProperties, object, object);
     object.CallForObject(L"Properties").Each([&](const ole::Object& property) {
         box_.AddRow(Shown(ole::ToText(property.Call(L"name"))));
-        Number(property);
+        Number(filling, property);
     });
 }
 
 void ComboList::ListNodes(ole::Object metaNode, const _bstr_t& viewAttr) {
+    Filling filling = {viewAttr};
     viewAttr_ = viewAttr;
     Begin(Mode::nodes, metaNode, metaNode);
-    metaNode.CallForObject(L"Extension").Each([&](const ole::Object& node) { AddShown(node); });
+    metaNode.CallForObject(L"Extension").Each([&](const ole::Object& node) {
+        AddShown(filling, node);
+    });
 }
 
 void ComboList::ListLinks(ole::Object metaLink, const _bstr_t& viewAttr, long showObject) {
     viewAttr_ = viewAttr;
     showObject_ = showObject;
     Begin(Mode::links, metaLink, metaLink);
-    AddLinks(metaLink.CallForObject(L"Extension"));
+    AddLinks({viewAttr, showObject}, metaLink.CallForObject(L"Extension"));
 }
 
 void ComboList::ListOutgoing(ole::Object node, ole::Object metaLink, const _bstr_t& viewAttr,
@@ -62,7 +70,7 @@ void ComboList::ListOutgoing(ole::Object node, ole::Object metaLink, const _bstr
     viewAttr_ = viewAttr;
     showObject_ = showObject;
     Begin(Mode::outgoing, node, metaLink);
-    AddLinks(node.CallForObject(L"Outgoing_", metaLink.Call(L"name")));
+    AddLinks({viewAttr, showObject}, node.CallForObject(L"Outgoing_", metaLink.Call(L"name")));
 }
 
 void ComboList::ListIncoming(ole::Object node, ole::Object metaLink, const _bstr_t& viewAttr,
@@ -70,12 +78,12 @@ void ComboList::ListIncoming(ole::Object node, ole::Object metaLink, const _bstr
     viewAttr_ = viewAttr;
     showObject_ = showObject;
     Begin(Mode::outgoing, node, metaLink);
-    AddLinks(node.CallForObject(L"Incoming_", metaLink.Call(L"name")));
+    AddLinks({viewAttr, showObject}, node.CallForObject(L"Incoming_", metaLink.Call(L"name")));
 }
 
 void ComboList::Refresh() {
     box_.RemoveRows();
-    items_.clear();
+    items_.Clear();
     switch (mode_) {
         case Mode::metaNodes:
             return ListMetaNodes(source_, viewAttr_);
@@ -99,19 +107,19 @@ void ComboList::Clear() {
     // The objects' last references may go here and call back.
     const ole::Object source = std::exchange(source_, {});
     const ole::Object second = std::exchange(second_, {});
-    const std::vector<ole::Object> items = std::exchange(items_, {});
+    items_.Clear();
 }
 
 ole::Object ComboList::Selection() const {
     const int row = box_.CurrentRow();
-    return row < 0 ? ole::Object() : ObjectOf(box_.Number(row));
+    return row < 0 ? ole::Object() : items_.Find(box_.Number(row));
 }
 
 void ComboList::Select(const ole::Object& wanted) {
     const bool byName = mode_ == Mode::metaNodes || mode_ == Mode::metaLinks;
     const wchar_t* member = byName ? L"name" : L"identifier";
     for (int row = 0; row < box_.RowCount(); ++row) {
-        const ole::Object object = ObjectOf(box_.Number(row));
+        const ole::Object object = items_.Find(box_.Number(row));
         if (ole::Equal(object.Call(member), wanted.Call(member))) box_.SetCurrentRow(row);
     }
 }
@@ -134,46 +142,34 @@ void ComboList::Begin(Mode mode, const ole::Object& source, const ole::Object& s
     mode_ = mode;
     source_ = source;
     second_ = second;
-    const std::vector<ole::Object> dropped = std::exchange(items_, {});
+    items_.Clear();
 }
 
-void ComboList::AddShown(const ole::Object& object) {
-    box_.AddRow(Shown(ole::ToText(object.Call(L"GetProperty", viewAttr_))));
-    Number(object);
+void ComboList::AddShown(Filling& filling, const ole::Object& object) {
+    box_.AddRow(Shown(ole::ToText(object.Call(L"GetProperty", filling.viewAttr))));
+    Number(filling, object);
 }
 
-void ComboList::AddLinks(const ole::Object& links) {
+void ComboList::AddLinks(Filling filling, const ole::Object& links) {
     links.Each([&](const ole::Object& link) {
-        switch (showObject_) {
-            // The source end shows the target as well.
-            case sourceEnd:
-            case targetEnd:
-                box_.AddRow(Shown(ole::ToTextOfAnything(
-                    link.CallForObject(L"Target").Call(L"GetProperty", viewAttr_))));
-                break;
-            case linkItself:
-                box_.AddRow(Shown(ole::ToTextOfAnything(link.Call(L"GetProperty", viewAttr_))));
-                break;
-            default:
-                // No row, but the object takes its number all the same.
-                break;
+        // The source end shows the target as well. Any other number shows nothing, and the link
+        // takes its number all the same.
+        if (filling.showObject == sourceEnd || filling.showObject == targetEnd) {
+            const ole::Object target = link.CallForObject(L"Target");
+            box_.AddRow(
+                Shown(ole::ToTextOfAnything(target.Call(L"GetProperty", filling.viewAttr))));
+        } else if (filling.showObject == linkItself) {
+            box_.AddRow(Shown(ole::ToTextOfAnything(link.Call(L"GetProperty", filling.viewAttr))));
         }
-        Number(link);
+        Number(filling, link);
     });
 }
 
-void ComboList::Number(const ole::Object& object) {
-    const std::size_t number = items_.size();
-    if (number > LONG_MAX) ole::Throw(ole::Number::overflow);
-    box_.SetNewestNumber(static_cast<long>(number));
-    items_.push_back(object);
-}
-
-ole::Object ComboList::ObjectOf(long number) const {
-    if (number < 0 || static_cast<std::size_t>(number) >= items_.size()) {
-        ole::Throw(ole::Number::invalidCall);
-    }
-    return items_[static_cast<std::size_t>(number)];
+void ComboList::Number(Filling& filling, const ole::Object& object) {
+    box_.SetNewestNumber(filling.next);
+    items_.Add(filling.next, object);
+    if (filling.next == LONG_MAX) ole::Throw(ole::Number::overflow);
+    ++filling.next;
 }
 
 }  // namespace lists

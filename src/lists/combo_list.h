@@ -2,8 +2,7 @@
 
 #include <comdef.h>
 
-#include <vector>
-
+#include "lists/numbered_objects.h"
 #include "ole/object.h"
 
 namespace lists {
@@ -58,11 +57,11 @@ public:
     /// Makes each row of the object current in turn: the last one stays.
     void Select(const ole::Object& wanted);
 
-    /// What the events say of the current row; `ChangeKey` is none where no event is due. Raises 91
-    /// without a current row.
+    /// What the events say of the current row. Raises 91 without a current row.
     _bstr_t ClickKey() const;
-    bool ReportsChange() const;
     _bstr_t ChangeKey() const;
+    /// Lists of meta nodes and meta links keep silent about changes of the text.
+    bool ReportsChange() const;
 
 private:
     /// The stored numbers. Nothing stores `incoming`: an incoming list is stored as an outgoing
@@ -77,11 +76,18 @@ private:
         metaProperties = 6,
     };
 
+    /// What a list shows, and the number that the next of its objects gets. A host may start
+    /// another list while one is being made; each goes on with its own.
+    struct Filling {
+        _bstr_t viewAttr;
+        long showObject = sourceEnd;
+        long next = 0;
+    };
+
     void Begin(Mode mode, const ole::Object& source, const ole::Object& second);
-    void AddShown(const ole::Object& object);
-    void AddLinks(const ole::Object& links);
-    void Number(const ole::Object& object);
-    ole::Object ObjectOf(long number) const;
+    void AddShown(Filling& filling, const ole::Object& object);
+    void AddLinks(Filling filling, const ole::Object& links);
+    void Number(Filling& filling, const ole::Object& object);
 
     RowBox& box_;
     ole::Object source_;
@@ -89,7 +95,7 @@ private:
     Mode mode_ = Mode::metaNodes;
     _bstr_t viewAttr_ = L"Name";
     long showObject_ = sourceEnd;
-    std::vector<ole::Object> items_;
+    NumberedObjects items_;
 };
 
 }  // namespace lists

@@ -15,6 +15,19 @@ namespace {
 
 constexpr int rowsShown = 8;
 
+/// Sets a flag for a moment.
+class Raised {
+public:
+    explicit Raised(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+    ~Raised() { flag_ = before_; }
+
+private:
+    bool& flag_;
+    bool before_;
+};
+
 }  // namespace
 
 ComboBox::~ComboBox() {
@@ -49,12 +62,14 @@ int ComboBox::Count() const {
 }
 
 void ComboBox::Clear() {
+    const Raised changing(changing_);
     Send(CB_RESETCONTENT);
     current_ = -1;
     newest_ = -1;
 }
 
 void ComboBox::SetCurrent(int row) {
+    const Raised changing(changing_);
     Send(CB_SETCURSEL, static_cast<WPARAM>(row));
     current_ = row;
 }
@@ -116,7 +131,7 @@ std::optional<LRESULT> ComboBox::OnParentMessage(UINT message, WPARAM wide, LPAR
             if (onPick) onPick();
             return 0;
         case CBN_EDITCHANGE:
-            OnEdited();
+            if (!changing_) OnEdited();
             return 0;
         case CBN_SETFOCUS:
         case CBN_KILLFOCUS:

@@ -68,6 +68,8 @@ private:
     int dpi_ = 96;
     int current_ = -1;
     int newest_ = -1;
+    /// While the box is changed from the program, what it reports is no edit of the user's.
+    bool changing_ = false;
     COLORREF textColor_ = 0;
     COLORREF background_ = 0;
     ole::Brush backgroundBrush_;
