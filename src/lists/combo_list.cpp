@@ -120,7 +120,8 @@ void ComboList::Select(const ole::Object& wanted) {
     const wchar_t* member = byName ? L"name" : L"identifier";
     for (int row = 0; row < box_.RowCount(); ++row) {
         const ole::Object object = items_.Find(box_.Number(row));
-        if (ole::Equal(object.Call(member), wanted.Call(member))) box_.SetCurrentRow(row);
+        const _variant_t listed = object.Call(member);
+        if (ole::Equal(listed, wanted.Call(member))) box_.SetCurrentRow(row);
     }
 }
 
