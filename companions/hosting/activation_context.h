@@ -3,27 +3,26 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <optional>
+#include <vector>
 
 namespace hosting {
 
-/// Makes the COM classes of a side-by-side assembly usable without registration: while it lives,
-/// the calling thread finds the classes that a manifest names.
+/// Makes the COM classes of side-by-side assemblies usable without registration: while it lives,
+/// the calling thread, and windows that it creates, find the classes that the manifests name.
 class ActivationContext {
 public:
-    /// Activates the manifest file of an assembly; its files are looked for beside it. Throws
-    /// Error.
-    explicit ActivationContext(const std::filesystem::path& manifest);
+    /// Activates the manifest files of one or several assemblies, "NAME.manifest" each, which lie
+    /// in one folder together with their DLLs. Throws Error.
+    explicit ActivationContext(const std::vector<std::filesystem::path>& manifests);
     ~ActivationContext();
-    ActivationContext(ActivationContext&& other) noexcept;
-    ActivationContext& operator=(ActivationContext&&) = delete;
+    ActivationContext(const ActivationContext&) = delete;
+    ActivationContext& operator=(const ActivationContext&) = delete;
 
-    /// The manifest `name`.X.manifest or `name`.manifest beside the running program, if there.
-    [[nodiscard]] static std::optional<std::filesystem::path> BesideProgram(
-        const std::wstring& name);
+    /// The manifests "*.X.manifest" beside the running program, sorted; none where there are none.
+    [[nodiscard]] static std::vector<std::filesystem::path> BesideProgram();
 
 private:
-    HANDLE context_ = INVALID_HANDLE_VALUE;
+    HANDLE context_;
     ULONG_PTR cookie_ = 0;
 };
 

@@ -12,7 +12,7 @@ AmbientProperties AmbientProperties::OfRunningForm() {
     result.Set(DISPID_AMBIENT_FORECOLOR, {static_cast<long>(0x80000000 | COLOR_BTNTEXT), VT_I4});
     result.Set(DISPID_AMBIENT_LOCALEID, {static_cast<long>(GetUserDefaultLCID()), VT_I4});
     result.Set(DISPID_AMBIENT_SCALEUNITS, L"Pixel");
-    result.Set(DISPID_AMBIENT_TEXTALIGN, {0L, VT_I2});
+    result.Set(DISPID_AMBIENT_TEXTALIGN, static_cast<short>(0));
     result.Set(DISPID_AMBIENT_USERMODE, true);
     result.Set(DISPID_AMBIENT_UIDEAD, false);
     result.Set(DISPID_AMBIENT_MESSAGEREFLECT, false);

@@ -6,7 +6,10 @@ namespace hosting {
 
 CLSID FindClass(const std::wstring& progIdOrClassId) {
     CLSID id{};
-    const HRESULT result = CLSIDFromString(progIdOrClassId.c_str(), &id);
+    // CLSIDFromString also takes a ProgID, but may look for it in the registry alone.
+    const HRESULT result = progIdOrClassId.starts_with(L'{')
+                               ? CLSIDFromString(progIdOrClassId.c_str(), &id)
+                               : CLSIDFromProgID(progIdOrClassId.c_str(), &id);
     if (FAILED(result)) throw Error(result, L"There is no class \"" + progIdOrClassId + L"\".");
     return id;
 }

@@ -90,13 +90,10 @@ bool Form::FocusNext(bool backwards, MSG* message) {
 }
 
 void Form::RestoreFocus() {
-    HostedControl* const before = active_;
-    if (!before) {
+    if (!active_ || !active_->IsTabStop())
         FocusNext(false);
-        return;
-    }
-    if (const HWND window = before->Window(); window && !Contains(window, GetFocus()))
-        before->Focus();
+    else if (!Contains(active_->Window(), GetFocus()))
+        active_->Focus();
 }
 
 bool Form::TranslateMessage(MSG& message) {

@@ -2,6 +2,8 @@
 
 #include "hosting/error.h"
 
+#include <algorithm>
+
 namespace hosting {
 
 namespace {
@@ -67,6 +69,16 @@ HostWindow::HostWindow(const std::wstring& title, int width, int height, bool vi
 
 HostWindow::~HostWindow() {
     form_.reset();
+}
+
+void HostWindow::GrowTo(int width, int height) {
+    RECT client{};
+    GetClientRect(window_.get(), &client);
+    RECT bounds{0, 0, std::max<LONG>(width, client.right), std::max<LONG>(height, client.bottom)};
+    if (EqualRect(&bounds, &client)) return;
+    AdjustWindowRect(&bounds, style, FALSE);
+    SetWindowPos(window_.get(), nullptr, 0, 0, bounds.right - bounds.left,
+                 bounds.bottom - bounds.top, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 LRESULT CALLBACK HostWindow::WindowProcedure(HWND window, UINT message, WPARAM wParam,

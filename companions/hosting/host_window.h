@@ -27,6 +27,9 @@ public:
     [[nodiscard]] HWND Handle() const noexcept { return window_.get(); }
     [[nodiscard]] Form& GetForm() noexcept { return *form_; }
 
+    /// Makes the client area at least this large, in pixels.
+    void GrowTo(int width, int height);
+
     /// Called when the user closes the window, which then is hidden, not destroyed.
     std::function<void()> onClose;
 

@@ -121,7 +121,7 @@ void HostedControl::Move(const RECT& bounds) {
 bool HostedControl::IsTabStop() const {
     constexpr DWORD neverActive =
         OLEMISC_INVISIBLEATRUNTIME | OLEMISC_NOUIACTIVATE | OLEMISC_ACTSLIKELABEL;
-    if (!inPlaceActive_ || (miscStatus_ & neverActive)) return false;
+    if (!inPlaceActive_ || leaving_ || (miscStatus_ & neverActive)) return false;
     const HWND window = Window();
     return !window || (IsWindowVisible(window) && IsWindowEnabled(window));
 }

@@ -105,6 +105,11 @@ private:
     void BecameInPlaceActive();
     void BecameInPlaceInactive();
 
+    /// Makes a call in which the control's window goes: the focus that falls to the form on the way
+    /// must not come back here.
+    template <class Call>
+    HRESULT Leave(Call&& call);
+
     Form& form_;
     std::wstring name_;
     AmbientProperties ambients_;
@@ -122,6 +127,7 @@ private:
     bool viewAdvised_ = false;
     bool inPlaceActive_ = false;
     bool uiActive_ = false;
+    bool leaving_ = false;
 };
 
 }  // namespace hosting

@@ -49,6 +49,15 @@ Ref<IConnectionPoint> PropertyPoint(IUnknown* control) {
 
 }  // namespace
 
+template <class Call>
+HRESULT HostedControl::Leave(Call&& call) {
+    const std::shared_ptr<SiteLink> link = link_;
+    const bool before = std::exchange(leaving_, true);
+    const HRESULT result = call();
+    if (link->control) leaving_ = before;
+    return result;
+}
+
 HRESULT HostedControl::SetClientSite() {
     const Ref<IOleObject> object = object_;
     return object ? object->SetClientSite(site_.Get()) : E_UNEXPECTED;
@@ -188,12 +197,14 @@ HRESULT HostedControl::UIDeactivate() {
 
 HRESULT HostedControl::InPlaceDeactivate() {
     const Ref<IOleInPlaceObject> object = inPlaceObject_;
-    return object && inPlaceActive_ ? object->InPlaceDeactivate() : S_FALSE;
+    if (!object || !inPlaceActive_) return S_FALSE;
+    return Leave([&object] { return object->InPlaceDeactivate(); });
 }
 
 HRESULT HostedControl::CloseObject() {
     const Ref<IOleObject> object = object_;
-    return object ? object->Close(OLECLOSE_NOSAVE) : S_FALSE;
+    if (!object) return S_FALSE;
+    return Leave([&object] { return object->Close(OLECLOSE_NOSAVE); });
 }
 
 HRESULT HostedControl::TakeSiteAway() {

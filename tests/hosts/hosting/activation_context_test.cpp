@@ -1,0 +1,80 @@
+#include "hosting/activation_context.h"
+
+#include "hosting/class_id.h"
+#include "hosting/error.h"
+#include "hosting/file.h"
+#include "hosting/late_bound.h"
+#include "hosts/hosting/double_form.h"
+
+#include <fstream>
+
+using hosting::ActivationContext;
+using hosting::Error;
+using hosting::LateBound;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder of its own for one test.
+class ScratchFolder {
+public:
+    ScratchFolder()
+        : path_(fs::temp_directory_path() /
+                ("orvane-hosts-" + std::to_string(GetCurrentProcessId()))) {
+        fs::create_directories(path_);
+    }
+    ~ScratchFolder() {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    [[nodiscard]] fs::path operator/(const char* name) const { return path_ / name; }
+
+private:
+    fs::path path_;
+};
+
+TEST(ActivationContextTest, ClassesAreThereWhileItLives) {
+    EXPECT_THROW(static_cast<void>(hosting::FindClass(L"HostDouble.Control")), Error);
+    {
+        const ActivationContext context({DoubleManifest()});
+        EXPECT_TRUE(LateBound::Create(L"HostDouble.Control"));
+    }
+    EXPECT_THROW(static_cast<void>(hosting::FindClass(L"HostDouble.Control")), Error);
+}
+
+TEST(ActivationContextTest, TheFolderNeedNotBeTheProgramsOwn) {
+    const ScratchFolder folder;
+    const fs::path here = DoubleManifest().parent_path();
+    fs::copy_file(here / "HostDouble.dll", folder / "Elsewhere.dll");
+    // Other names, so that the DLL beside the program cannot be the one that is found.
+    std::string xml = hosting::ReadBytes(here / "HostDouble.X.manifest");
+    xml.replace(xml.find("HostDouble.X"), 12, "Other.X");
+    xml.replace(xml.find("HostDouble.dll"), 14, "Elsewhere.dll");
+    std::ofstream(folder / "Other.X.manifest") << xml;
+    {
+        const ActivationContext context({folder / "Other.X.manifest"});
+        EXPECT_TRUE(LateBound::Create(L"HostDouble.Control"));
+        EXPECT_TRUE(GetModuleHandleW(L"Elsewhere.dll"));
+    }
+    CoFreeUnusedLibrariesEx(0, 0);
+    EXPECT_TRUE(fs::remove(folder / "Elsewhere.dll"));
+}
+
+TEST(ActivationContextTest, AMissingOrDamagedManifestIsAnError) {
+    const ScratchFolder folder;
+    EXPECT_THROW(ActivationContext({folder / "none.manifest"}), Error);
+    std::ofstream(folder / "bad.manifest") << "<assembly";
+    EXPECT_THROW(ActivationContext({folder / "bad.manifest"}), Error);
+    EXPECT_THROW(ActivationContext({}), Error);
+}
+
+TEST(ActivationContextTest, ManifestsBesideTheProgramAreFound) {
+    const auto found = ActivationContext::BesideProgram();
+    EXPECT_NE(std::find(found.begin(), found.end(), DoubleManifest()), found.end());
+}
+
+}  // namespace
