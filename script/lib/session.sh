@@ -6,7 +6,7 @@ source "${BASH_SOURCE[0]%/*}/wine.sh"
 # start_session FOLDER WIDTH...: FOLDER holds the prefixes; their registries start as new ones.
 # Returns 1 when another session of FOLDER is running.
 start_session() {
-    local width server
+    local width
     export ORVANE_WINE_FOLDER=$1
     wine_folder=$1
     shift
@@ -17,6 +17,7 @@ start_session() {
     session_keepers=()
     trap end_session EXIT
     trap 'exit 130' INT TERM HUP
+    make_temporary_folder
     start_xvfb "$wine_folder/session.display" setpriv --pdeathsig TERM
     session_display=$xvfb
     export DISPLAY=:$(<"$wine_folder/session.display")
@@ -24,10 +25,22 @@ start_session() {
         open_prefix "$width"
         (in_wine wineserver -k) >/dev/null 2>&1 || true
         cp "$prefix"/.pristine/*.reg "$prefix"
+        rm -rf "$prefix/drive_c/users/user/Temp"
+        ln -s "$TMPDIR" "$prefix/drive_c/users/user/Temp"
         # The pipe's end would be the program's end too, should this script die without its traps.
         exec {keeper}> >(in_wine wine 'C:\windows\system32\cmd.exe' >/dev/null 2>&1 6>&- 8>&-)
         session_keepers+=($!)
     done
+}
+
+# make_temporary_folder: in memory where there is room, because on a disk many small durable writes
+# take most of a run's time.
+make_temporary_folder() {
+    local free
+    free=$(df --output=avail -k /dev/shm 2>/dev/null | tail -n 1) || free=0
+    [ "$free" -lt 1000000 ] || export TMPDIR=/dev/shm
+    session_temporary=$(mktemp -d)
+    export TMPDIR=$session_temporary
 }
 
 end_session() {
@@ -37,5 +50,6 @@ end_session() {
         # Whatever a crashed or timed-out program has left in the session's own prefixes.
         (set_wine "$width" && in_wine wineserver -k) >/dev/null 2>&1 || true
     done
+    [ -z "${session_temporary:-}" ] || rm -rf "$session_temporary"
     [ -z "${session_display:-}" ] || kill "$session_display" 2>/dev/null || true
 }

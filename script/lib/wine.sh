@@ -15,7 +15,7 @@ set_wine() {
     prefix=$wine_folder/win$width
     wine_environment=(
         PATH=/usr/local/bin:/usr/bin:/usr/sbin:/bin:/sbin HOME="$wine_folder/home" LC_ALL=C.UTF-8
-        USER="${USER:-user}" WINEPREFIX="$prefix" WINEARCH="win$width"
+        USER=user WINEPREFIX="$prefix" WINEARCH="win$width"
         WINEDEBUG="${ORVANE_WINEDEBUG:--all}"
         WINEDLLOVERRIDES="${ORVANE_WINEDLLOVERRIDES:-mscoree,mshtml,winedbg.exe=}"
     )
