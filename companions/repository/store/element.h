@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "repository/store/database.h"
+#include "repository/store/error.h"
 #include "repository/store/text.h"
 
 namespace repository::store {
@@ -30,6 +31,13 @@ protected:
     Element& operator=(const Element&) = delete;
     ~Element() = default;
 };
+
+/// Throws the error of using an element that was removed.
+inline void RequireLive(const Element& element) {
+    if (element.removed) {
+        throw Error(Number::elementNotFound, "\"" + element.name + "\" has been removed");
+    }
+}
 
 /// Elements in the order of their making, each found by name without case.
 template <class T>

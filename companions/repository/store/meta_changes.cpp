@@ -20,12 +20,6 @@ void RequireFree(const NamedList<T>& list, const std::string& name, const T* its
     }
 }
 
-void RequireLive(const Element& element) {
-    if (element.removed) {
-        throw Error(Number::elementNotFound, "\"" + element.name + "\" has been removed");
-    }
-}
-
 void RequireOwn(const MetaObject& object) {
     RequireLive(object);
     if (object.builtIn) {

@@ -83,6 +83,13 @@ constexpr const char* note = "NOTE";
 constexpr const char* variant = "Variant";
 }  // namespace meta_type
 
+/// The names of the meta nodes that every repository has.
+namespace built_in {
+constexpr const char* metaNode = "MetaNode";
+constexpr const char* metaLink = "MetaLink";
+constexpr const char* metaProperty = "MetaProperty";
+}  // namespace built_in
+
 /// The whole meta model of a repository, read when it is opened.
 class MetaModel {
 public:

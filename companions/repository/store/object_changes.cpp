@@ -9,12 +9,6 @@ namespace repository::store {
 
 namespace {
 
-void RequireLive(const Element& element) {
-    if (element.removed) {
-        throw Error(Number::elementNotFound, "\"" + element.name + "\" has been removed");
-    }
-}
-
 /// The name of the enumeration's value that `text` means: the same, or the only one that is the
 /// same without case.
 std::string AtomOf(const MetaEnum& enumeration, const std::string& text) {

@@ -136,9 +136,9 @@ struct BuiltInNode {
 };
 
 constexpr BuiltInNode builtInNodes[] = {
-    {"MetaNode", "The type of the meta nodes"},
-    {"MetaLink", "The type of the meta links"},
-    {"MetaProperty", "The type of the meta properties"},
+    {built_in::metaNode, "The type of the meta nodes"},
+    {built_in::metaLink, "The type of the meta links"},
+    {built_in::metaProperty, "The type of the meta properties"},
 };
 
 constexpr const char* expectedTables[] = {"meta_enum",     "meta_atom",     "meta_type",

@@ -1,0 +1,66 @@
+#include "repository/com/instance.h"
+
+#include "repository/com/failure.h"
+
+namespace repository::com {
+
+namespace {
+
+/// A property that an object has under that name: one of its meta object's, or one that every
+/// object has, however the meta object calls it.
+const store::MetaProperty* FindProperty(const store::MetaObject& meta, const std::string& name) {
+    if (const auto declared = meta.properties.Find(name)) return declared.get();
+    const std::string folded = store::FoldCase(name);
+    store::Role role = store::Role::value;
+    if (folded == "name") role = store::Role::name;
+    if (folded == "identifier") role = store::Role::identifier;
+    if (folded == "description") role = store::Role::description;
+    if (role == store::Role::value) return nullptr;
+    for (const auto& property : meta.properties) {
+        if (property->role == role) return property.get();
+    }
+    return nullptr;
+}
+
+const store::MetaProperty& Demand(const store::Object& object, const std::string& name) {
+    const store::MetaProperty* property = FindProperty(*object.meta, name);
+    if (property == nullptr) {
+        Throw(store::Number::invalidCall,
+              "\"" + object.meta->name + "\" has no property \"" + name + "\"");
+    }
+    return *property;
+}
+
+bool IsEmptyText(const store::Value& value) {
+    const auto* text = std::get_if<std::string>(&value);
+    return text != nullptr && text->empty();
+}
+
+}  // namespace
+
+_variant_t ReadProperty(store::Store& store, const store::ObjectRef& object,
+                        const std::string& name) {
+    const store::MetaProperty& property = Demand(*object, name);
+    return ToVariant(store.GetValue(*object, property), property);
+}
+
+void WriteProperty(store::Store& store, const store::ObjectRef& object, const std::string& name,
+                   const VARIANT& value) {
+    WriteProperty(store, object, Demand(*object, name), value);
+}
+
+void WriteProperty(store::Store& store, const store::ObjectRef& object,
+                   const store::MetaProperty& property, const VARIANT& value) {
+    const store::Value before = store.GetValue(*object, property);
+    // What an editor shows of a value goes back unchanged, even where it does not fit the type that
+    // the property got since; and an empty box is no value where there was none.
+    if (V_VT(&value) == VT_BSTR && std::holds_alternative<std::string>(before) &&
+        std::get<std::string>(before) == TextOf(value)) {
+        return;
+    }
+    const store::Value given = ToValue(value, property);
+    if (store::IsEmpty(before) && IsEmptyText(given)) return;
+    store.SetValue(object, property, given);
+}
+
+}  // namespace repository::com

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+
+#include "repository/com/element_object.h"
+#include "repository/com/object_collection.h"
+#include "repository/com/property_elements.h"
+#include "repository/com/text.h"
+
+namespace repository::com {
+
+/// A node's or link's value, in the property's present type. Error 5 for an unknown property.
+_variant_t ReadProperty(store::Store& store, const store::ObjectRef& object,
+                        const std::string& name);
+
+/// Sets a node's or link's value.
+void WriteProperty(store::Store& store, const store::ObjectRef& object, const std::string& name,
+                   const VARIANT& value);
+void WriteProperty(store::Store& store, const store::ObjectRef& object,
+                   const store::MetaProperty& property, const VARIANT& value);
+
+/// What nodes and links have in common.
+template <class I, const GUID& classId>
+class Instance : public ElementObject<I, classId, store::Object> {
+public:
+    using ElementObject<I, classId, store::Object>::ElementObject;
+
+    STDMETHODIMP get_name(BSTR* result) override {
+        return this->Do([&] { *result = ToResult(this->Known()->name); });
+    }
+    STDMETHODIMP put_name(VARIANT* newName) override {
+        return this->Do([&] { this->Store().Rename(this->Live(), TextOf(*newName)); });
+    }
+    STDMETHODIMP get_identifier(BSTR* result) override {
+        return this->Do([&] { *result = ToResult(this->Known()->identifier); });
+    }
+    STDMETHODIMP GetProperty(VARIANT* name, VARIANT* result) override {
+        return this->Do(
+            [&] { *result = ReadProperty(this->Store(), this->Live(), TextOf(*name)).Detach(); });
+    }
+    STDMETHODIMP SetProperty(VARIANT* name, VARIANT* newValue, VARIANT* result) override {
+        if (!IsGiven(*newValue)) return GetProperty(name, result);
+        return this->Do(
+            [&] { WriteProperty(this->Store(), this->Live(), TextOf(*name), *newValue); });
+    }
+    STDMETHODIMP get_Properties(VARIANT* name, IDispatch** result) override {
+        return this->Do([&] {
+            auto properties =
+                MakePropertyElements(this->Whole(), this->Live(), PropertySelection::all);
+            *result = CollectionOrElement(this->Whole(), std::move(properties), *name).Detach();
+        });
+    }
+    STDMETHODIMP get_GetDynamicProperties(_ObjectCollection** result) override {
+        return this->Do([&] {
+            auto properties = MakePropertyElements(this->Whole(), this->Live(),
+                                                   PropertySelection::dynamicWithValue);
+            *result = MakeCollection(this->Whole(), std::move(properties)).Detach();
+        });
+    }
+};
+
+}  // namespace repository::com
