@@ -23,6 +23,7 @@ if(WIN32)
       -Og -fstack-protector-all -fsanitize=undefined -fsanitize-undefined-trap-on-error
       # A null pointer check on every vtable call drowns COM code without finding anything.
       -fno-sanitize=vptr)
+    target_link_options(orvane_options INTERFACE -fstack-protector-all)
   else()
     target_link_options(orvane_options INTERFACE -s)
   endif()
