@@ -43,7 +43,7 @@ public:
 
     /// Makes an object known to the script by a name, at any time.
     void AddItem(const std::wstring& name, IUnknown* object);
-    /// Forgets the object; the script's name then leads nowhere.
+    /// Forgets the object; an engine that knows it already keeps it until it ends.
     void RemoveItem(const std::wstring& name);
 
     /// Runs the script's text from the top. Errors go to the handler.

@@ -144,6 +144,11 @@ HRESULT DoubleControl::Square(LONG number, VARIANT* result) {
     return S_OK;
 }
 
+HRESULT DoubleControl::get_Shown(VARIANT_BOOL* shown) {
+    *shown = IsWindowVisible(window_.get()) ? VARIANT_TRUE : VARIANT_FALSE;
+    return S_OK;
+}
+
 HRESULT DoubleControl::GetTypeInfoCount(UINT* count) {
     *count = 1;
     return S_OK;

@@ -39,6 +39,7 @@ public:
     HRESULT STDMETHODCALLTYPE RequestSize(LONG width, LONG height) override;
     HRESULT STDMETHODCALLTYPE get_Living(LONG* number) override;
     HRESULT STDMETHODCALLTYPE Square(LONG number, VARIANT* result) override;
+    HRESULT STDMETHODCALLTYPE get_Shown(VARIANT_BOOL* shown) override;
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;

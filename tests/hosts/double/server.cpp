@@ -45,6 +45,6 @@ HRESULT WINAPI DllGetClassObject(REFCLSID id, REFIID iid, void** result) {
 }
 
 HRESULT WINAPI DllCanUnloadNow() {
-    return S_FALSE;
+    return DoubleControl::Living() == 0 ? S_OK : S_FALSE;
 }
 }

@@ -22,6 +22,7 @@ public:
     ScratchFolder()
         : path_(fs::temp_directory_path() /
                 ("orvane-hosts-" + std::to_string(GetCurrentProcessId()))) {
+        fs::remove_all(path_);
         fs::create_directories(path_);
     }
     ~ScratchFolder() {
@@ -49,8 +50,8 @@ TEST(ActivationContextTest, ClassesAreThereWhileItLives) {
 TEST(ActivationContextTest, TheFolderNeedNotBeTheProgramsOwn) {
     const ScratchFolder folder;
     const fs::path here = DoubleManifest().parent_path();
-    fs::copy_file(here / "HostDouble.dll", folder / "Elsewhere.dll");
     // Other names, so that the DLL beside the program cannot be the one that is found.
+    fs::copy_file(here / "HostDouble.dll", folder / "Elsewhere.dll");
     std::string xml = hosting::ReadBytes(here / "HostDouble.X.manifest");
     xml.replace(xml.find("HostDouble.X"), 12, "Other.X");
     xml.replace(xml.find("HostDouble.dll"), 14, "Elsewhere.dll");
@@ -61,7 +62,7 @@ TEST(ActivationContextTest, TheFolderNeedNotBeTheProgramsOwn) {
         EXPECT_TRUE(GetModuleHandleW(L"Elsewhere.dll"));
     }
     CoFreeUnusedLibrariesEx(0, 0);
-    EXPECT_TRUE(fs::remove(folder / "Elsewhere.dll"));
+    EXPECT_FALSE(GetModuleHandleW(L"Elsewhere.dll"));
 }
 
 TEST(ActivationContextTest, AMissingOrDamagedManifestIsAnError) {
