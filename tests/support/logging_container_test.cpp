@@ -127,20 +127,21 @@ TEST(PropertyBags, RecordAndConvert) {
 }
 
 TEST(Pictures, ShowWhatIsOnTheScreen) {
-    const HWND window = CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE | SS_BLACKRECT, 50, 60,
-                                      40, 30, nullptr, nullptr, nullptr, nullptr);
-    Pump();
-    UpdateWindow(window);
-    const COLORREF colour = GetSysColor(COLOR_WINDOWFRAME);
-    const auto expected =
-        static_cast<std::uint32_t>(RGB(GetBValue(colour), GetGValue(colour), GetRValue(colour)));
-    EXPECT_TRUE(PumpUntil([&] { return Photograph(window).At(20, 15) == expected; }, 2000))
-        << std::hex << Photograph(window).At(20, 15) << " instead of " << expected;
+    WNDCLASSW type{};
+    type.lpfnWndProc = DefWindowProcW;
+    type.lpszClassName = L"SupportColouredWindow";
+    type.hbrBackground = CreateSolidBrush(RGB(0x20, 0x90, 0x40));
+    RegisterClassW(&type);
+    const HWND window = CreateWindowW(type.lpszClassName, L"", WS_POPUP | WS_VISIBLE, 50, 60, 40,
+                                      30, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_TRUE(PumpUntil([&] { return Photograph(window).Has(0x209040); }, 2000));
     const Picture picture = Photograph(window);
     EXPECT_EQ(picture.width, 40);
     EXPECT_EQ(picture.height, 30);
+    EXPECT_EQ(picture.At(20, 15), 0x209040u);
     EXPECT_EQ(picture.Colours(), 1u);
     DestroyWindow(window);
+    UnregisterClassW(type.lpszClassName, nullptr);
 }
 
 TEST(Pictures, AreSavedAsFiles) {
