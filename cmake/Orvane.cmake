@@ -22,7 +22,9 @@ if(WIN32)
     target_compile_options(orvane_options INTERFACE
       -Og -fstack-protector-all -fsanitize=undefined -fsanitize-undefined-trap-on-error
       # A null pointer check on every vtable call drowns COM code without finding anything.
-      -fno-sanitize=vptr)
+      -fno-sanitize=vptr
+      # A script engine's variables lie where it likes; the processor does not mind.
+      -fno-sanitize=alignment)
     target_link_options(orvane_options INTERFACE -fstack-protector-all)
   else()
     target_link_options(orvane_options INTERFACE -s)
