@@ -115,6 +115,18 @@ function(orvane_server name)
     VERBATIM)
 endfunction()
 
+# The headers that every test includes, compiled once for all of them, and with the options of all.
+# Tests are compiled quickly, not to run quickly.
+set(orvane_test_options $<$<CONFIG:Release>:-O1>)
+function(orvane_test_headers)
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/test_headers.cpp CONTENT "")
+  add_library(test_headers STATIC EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/test_headers.cpp)
+  target_link_libraries(test_headers PRIVATE orvane_options GTest::gmock GTest::gtest)
+  target_compile_options(test_headers PRIVATE ${orvane_test_options})
+  target_precompile_headers(test_headers PRIVATE
+    $<$<BOOL:${WIN32}>:<windows.h>> $<$<BOOL:${WIN32}>:<comdef.h>> <gmock/gmock.h> <gtest/gtest.h>)
+endfunction()
+
 # orvane_test(NAME SOURCES file... [LIBS target...] [INPUT])
 # One executable that ctest runs as one test. INPUT: uses the real mouse and keyboard, runs alone.
 function(orvane_test name)
@@ -122,6 +134,8 @@ function(orvane_test name)
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE orvane_options ${arg_LIBS} GTest::gmock GTest::gtest)
+  target_compile_options(${name} PRIVATE ${orvane_test_options})
+  target_precompile_headers(${name} REUSE_FROM test_headers)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
     LABELS gtest TIMEOUT 300 WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} RUN_SERIAL "$<BOOL:${arg_INPUT}>")
