@@ -66,6 +66,7 @@ int ScriptHost::Run() {
 
 Ref<IUnknown> ScriptHost::CreateControl(const std::wstring& progId, const std::wstring& name,
                                         const RECT& bounds) {
+    if (name.empty()) throw hosting::Error(E_INVALIDARG, L"A control needs a name.");
     hosting::HostWindow& window = Window();
     hosting::Form& form = window.GetForm();
     if (form.Find(name))

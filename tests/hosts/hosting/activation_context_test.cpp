@@ -6,7 +6,9 @@
 #include "hosting/late_bound.h"
 #include "hosts/hosting/double_form.h"
 
+#include <array>
 #include <fstream>
+#include <memory>
 
 using hosting::ActivationContext;
 using hosting::Error;
@@ -63,6 +65,26 @@ TEST(ActivationContextTest, TheFolderNeedNotBeTheProgramsOwn) {
     }
     CoFreeUnusedLibrariesEx(0, 0);
     EXPECT_FALSE(GetModuleHandleW(L"Elsewhere.dll"));
+}
+
+/// The folder that the common controls come from at the moment.
+fs::path CommonControlsFolder() {
+    struct FreesLibrary {
+        using pointer = HMODULE;
+        void operator()(HMODULE module) const { FreeLibrary(module); }
+    };
+    const std::unique_ptr<HMODULE, FreesLibrary> module(LoadLibraryW(L"comctl32.dll"));
+    std::array<wchar_t, 4096> path{};
+    GetModuleFileNameW(module.get(), path.data(), static_cast<DWORD>(path.size()));
+    return fs::path(path.data()).parent_path().filename();
+}
+
+TEST(ActivationContextTest, TheProgramsThemedCommonControlsStayActive) {
+    // The system folder has version 5; version 6 lies in one of its own that is named after it.
+    const std::wstring programs = CommonControlsFolder().wstring();
+    EXPECT_NE(programs.find(L"microsoft.windows.common-controls"), std::wstring::npos) << programs;
+    const ActivationContext context({DoubleManifest()});
+    EXPECT_EQ(CommonControlsFolder(), programs);
 }
 
 TEST(ActivationContextTest, AMissingOrDamagedManifestIsAnError) {

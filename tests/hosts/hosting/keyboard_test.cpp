@@ -51,6 +51,28 @@ TEST_F(FormKeyboardTest, TabGoesThroughTheControlsInOrderAndAround) {
     EXPECT_EQ(form.Active(), &one);
 }
 
+TEST_F(FormKeyboardTest, TabPastAnEndAsksTheHostFirst) {
+    std::vector<bool> asked;
+    bool taken = true;
+    form.onTabOut = [&](bool backwards) {
+        asked.push_back(backwards);
+        return taken;
+    };
+    three.Focus();
+    EXPECT_TRUE(Press(VK_TAB));
+    EXPECT_EQ(asked, (std::vector{false}));
+    EXPECT_EQ(form.Active(), &three);
+    taken = false;
+    EXPECT_TRUE(Press(VK_TAB));
+    EXPECT_EQ(asked, (std::vector{false, false}));
+    EXPECT_EQ(form.Active(), &one);
+    taken = true;
+    const HeldKey shift(VK_SHIFT);
+    EXPECT_TRUE(Press(VK_TAB));
+    EXPECT_EQ(asked, (std::vector{false, false, true}));
+    EXPECT_EQ(form.Active(), &one);
+}
+
 TEST_F(FormKeyboardTest, ShiftTabGoesBackwards) {
     const HeldKey shift(VK_SHIFT);
     EXPECT_TRUE(Press(VK_TAB));
