@@ -1,6 +1,7 @@
 #include "hosting/form.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace hosting {
 
@@ -79,9 +80,14 @@ bool Form::FocusNext(bool backwards, MSG* message) {
     const auto present = static_cast<std::size_t>(
         std::find(controls.begin(), controls.end(), FocusOwner()) - controls.begin());
     const bool none = present == count;
+    auto tabOut = onTabOut;
     for (std::size_t step = 1; step <= count; ++step) {
         const std::size_t index = backwards ? ((none ? 0 : present) + count - step) % count
                                             : (none ? step - 1 : (present + step) % count);
+        const bool pastEnd = !none && (backwards ? index >= present : index <= present);
+        if (const auto ask = pastEnd ? std::exchange(tabOut, nullptr) : nullptr;
+            ask && ask(backwards))
+            return true;
         if (!controls[index]->IsTabStop()) continue;
         controls[index]->Focus(message);
         return true;

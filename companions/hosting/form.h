@@ -3,6 +3,7 @@
 #include "hosting/ambient_properties.h"
 #include "hosting/hosted_control.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,8 +36,11 @@ public:
     /// The control whose user interface is active, or null.
     [[nodiscard]] HostedControl* Active() const noexcept { return active_; }
     /// Moves the focus to the next (or previous) control that is a tab stop, around the end.
-    /// False where no control is one.
+    /// False where neither a control is one nor onTabOut took the focus.
     bool FocusNext(bool backwards, MSG* message = nullptr);
+    /// Asked when Tab passes the last control, or the first one backwards, for windows that are no
+    /// controls: true where the host has put the focus elsewhere, false goes around.
+    std::function<bool(bool backwards)> onTabOut;
     /// Puts the focus back to the active control, or to the first; call it on WM_SETFOCUS.
     void RestoreFocus();
     /// For the message loop: accelerators of the active control, Tab, mnemonics. True where the
