@@ -32,7 +32,7 @@ with_lock() {
     mkdir -p "${file%/*}"
     (
         flock 9
-        "$@"
+        "$@" 9>&-
     ) 9>"$file"
 }
 

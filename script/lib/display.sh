@@ -9,7 +9,7 @@ start_xvfb() {
     shift
     : >"$file"
     "$@" Xvfb -displayfd 3 "${display_arguments[@]}" 3>"$file" </dev/null >/dev/null 2>&1 \
-        6>&- 7>&- 8>&- 9>&- &
+        6>&- 7>&- 8>&- &
     xvfb=$!
     for ((tries = 0; tries < 200; tries++)); do
         [ -s "$file" ] && return
@@ -50,5 +50,5 @@ ensure_display() {
             rm -f "$1/display.owner"
             kill "$2"
             exit
-        done' keeper "$1" "$xvfb" 8<>"$1/display.users" 6>&- 7>&- 9>&- </dev/null >/dev/null 2>&1 &
+        done' keeper "$1" "$xvfb" 8<>"$1/display.users" 6>&- 7>&- </dev/null >/dev/null 2>&1 &
 }

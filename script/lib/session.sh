@@ -39,7 +39,11 @@ make_temporary_folder() {
     local free
     free=$(df --output=avail -k /dev/shm 2>/dev/null | tail -n 1) || free=0
     [ "$free" -lt 1000000 ] || export TMPDIR=/dev/shm
-    session_temporary=$(mktemp -d)
+    # What a session that was killed could not remove.
+    session_temporary=$(cat "$wine_folder/session.temporary" 2>/dev/null) || session_temporary=
+    [[ "$session_temporary" != */orvane-session.* ]] || rm -rf "$session_temporary"
+    session_temporary=$(mktemp -d -t orvane-session.XXXXXX)
+    printf '%s\n' "$session_temporary" >"$wine_folder/session.temporary"
     export TMPDIR=$session_temporary
 }
 

@@ -51,7 +51,7 @@ make_prefix() {
         (in_wine timeout -k 2 300 wine wineboot --init) &&
             (in_wine timeout -k 2 60 wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f) &&
             { (in_wine wineserver -k) || true; } && (in_wine timeout -k 2 60 wineserver -w)
-    ) </dev/null >"$log" 2>&1 8>&- 9>&- || {
+    ) </dev/null >"$log" 2>&1 8>&- || {
         tail -n 20 "$log" >&2
         die "'wine wineboot --init' could not make the Wine prefix $prefix"
     }

@@ -36,7 +36,10 @@ make_wine_root() {
         touch "$cache/wine32-is-host"
         return
     fi
-    as_root rm -rf "$cache"/.wine32-root.*
+    # What an interrupted run has left.
+    if compgen -G "$cache/.wine32-root.*" >/dev/null; then
+        as_root rm -rf --one-file-system "$cache"/.wine32-root.*
+    fi
     made=$(mktemp -d "$cache/.wine32-root.XXXXXX")
     log=$(mktemp)
     say "Making the 32-bit Wine in $wine_root (about 900 MB, half a minute)"
@@ -51,7 +54,7 @@ make_wine_root() {
     else
         tail -n 15 "$log" >&2
         say "'mmdebstrap' could not make a 32-bit Debian with Wine"
-        as_root rm -rf "$made"
+        as_root rm -rf --one-file-system "$made"
         failed=1
     fi
     rm -f "$log"
