@@ -1,0 +1,85 @@
+#include "explorer/combo_field.h"
+
+#include "explorer/automation.h"
+
+#include <cwctype>
+
+namespace explorer {
+
+namespace {
+
+/// Until the first layout.
+constexpr RECT startBounds{0, 0, 100, 20};
+
+HWND MakeLabel(HWND parent, const std::wstring& caption) {
+    return CreateWindowExW(0, L"STATIC", caption.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP,
+                           0, 0, 0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+}
+
+/// An argument as it comes, by reference or not.
+_variant_t Dereferenced(VARIANT& argument) {
+    _variant_t value;
+    hosting::Check(VariantCopyInd(&value, &argument), L"reading an argument of an event");
+    return value;
+}
+
+}  // namespace
+
+ComboField::ComboField(hosting::Form& form, const std::wstring& name, const std::wstring& caption)
+    : caption_(caption), label_(MakeLabel(form.Window(), caption)), hosted_(form.Add(name)) {
+    hosted_.Create(L"OrvaneControls.Combo");
+    hosted_.Activate(startBounds);
+    control_ = hosting::LateBound(hosted_.Object());
+    control_.Call(L"Create");
+    events_.Connect(hosted_.Control(), [this](const hosting::Event& event) {
+        Hear(event);
+        return S_OK;
+    });
+}
+
+ComboField::~ComboField() {
+    events_.Disconnect();
+    control_ = {};
+    hosted_.GetForm().Remove(hosted_);
+}
+
+void ComboField::Hear(const hosting::Event& event) {
+    if (!onEvent) return;
+    const std::wstring key =
+        event.Count() > 0 ? TextOf(Dereferenced(event.Argument(0))) : std::wstring();
+    onEvent(event.name, key);
+}
+
+hosting::LateBound ComboField::Selection() const {
+    return control_.Object(L"selection");
+}
+
+void ComboField::Select(const hosting::LateBound& object) {
+    control_.PutRef(L"selection", object.Get());
+}
+
+void ComboField::SetLook(const Look& look) {
+    SetFont(label_.get(), look);
+    const auto font = hosting::Query<IDispatch>(
+        hosting::MakeFont(look.FontName().c_str(), look.FontPoints()).Get());
+    hosted_.Ambients().Set(DISPID_AMBIENT_FONT, font.Get());
+    hosted_.AmbientChanged(DISPID_AMBIENT_FONT);
+}
+
+void ComboField::Place(const FormRow& row) {
+    const auto& [label, field] = row;
+    MoveWindow(label_.get(), label.left, label.top, label.width, label.height, TRUE);
+    hosted_.Move({field.left, field.top, field.left + field.width, field.top + field.height});
+}
+
+int ComboField::Height() const {
+    return hosted_.Bounds().bottom - hosted_.Bounds().top;
+}
+
+wchar_t ComboField::Mnemonic() const {
+    const auto mark = caption_.find(L'&');
+    if (mark == std::wstring::npos || mark + 1 == caption_.size()) return 0;
+    return static_cast<wchar_t>(std::towupper(caption_[mark + 1]));
+}
+
+}  // namespace explorer

@@ -1,0 +1,119 @@
+#include "explorer/tour.h"
+
+#include "explorer/automation.h"
+#include "explorer/input.h"
+#include "explorer/png_file.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace explorer {
+
+namespace {
+
+/// Long enough for the screen to show what has been drawn.
+constexpr DWORD settleTime = 250;
+constexpr DWORD patience = 10000;
+
+/// The system's combo box within a control's window.
+HWND FindCombo(HWND control) {
+    HWND found = nullptr;
+    EnumChildWindows(
+        control,
+        [](HWND child, LPARAM result) -> BOOL {
+            wchar_t name[16] = L"";
+            GetClassNameW(child, name, 16);
+            if (CompareStringOrdinal(name, -1, L"ComboBox", -1, TRUE) != CSTR_EQUAL) return TRUE;
+            *reinterpret_cast<HWND*>(result) = child;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+RECT RowBounds(HWND list, int row) {
+    RECT bounds{};
+    SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
+    return bounds;
+}
+
+bool IsInView(HWND list, int row) {
+    const RECT bounds = RowBounds(list, row);
+    RECT client{};
+    GetClientRect(list, &client);
+    return bounds.top >= 0 && bounds.bottom > bounds.top && bounds.bottom <= client.bottom;
+}
+
+}  // namespace
+
+Tour::Tour(MainWindow& window, MessageLoop& loop, std::wstring folder)
+    : window_(window), loop_(loop), folder_(std::move(folder)) {
+    std::filesystem::create_directories(std::filesystem::path(folder_));
+}
+
+void Tour::Run() {
+    ComeToFront();
+    TakePicture(L"1-start");
+    const Route route = FindRoute(window_.OpenDocument().Repository());
+    NavigatorPane& navigator = window_.Navigator();
+    Pick(navigator.MetaNodes(), route.metaNode, L"2-meta-nodes");
+    Pick(navigator.Nodes(), route.node, L"3-nodes");
+    Pick(navigator.MetaLinks(), route.metaLink, L"4-meta-links");
+    Pick(navigator.Links(), route.link, L"5-links");
+    TakePicture(L"6-chosen");
+}
+
+void Tour::ComeToFront() {
+    SetForegroundWindow(window_.Handle());
+    Await([this] { return GetForegroundWindow() == window_.Handle(); }, L"The window in front");
+    Settle();
+}
+
+void Tour::Pick(ComboField& field, const Route::Step& step, const wchar_t* picture) {
+    if (!step.object) return;
+    const HWND combo = FindCombo(field.Window());
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof parts;
+    if (!combo || !GetComboBoxInfo(combo, &parts))
+        throw hosting::Error(E_FAIL, field.Name() + L" has no combo box.");
+
+    const auto isOpen = [&] { return IsWindowVisible(parts.hwndList) != FALSE; };
+    Click(MiddleOnScreen(combo, parts.rcButton));
+    Await(isOpen, L"The open list of " + field.Name());
+    BringIntoView(parts.hwndList, step.row);
+    const POINT place = MiddleOnScreen(parts.hwndList, RowBounds(parts.hwndList, step.row));
+    MovePointer(place);
+    TakePicture(picture);
+    Click(place);
+    Await([&] { return !isOpen() && IsSame(field.Selection(), step.object); },
+          L"The picked object in " + field.Name());
+}
+
+void Tour::BringIntoView(HWND list, int row) {
+    const auto rows = static_cast<int>(SendMessageW(list, LB_GETCOUNT, 0, 0));
+    if (row < 0 || row >= rows) throw hosting::Error(E_INVALIDARG, L"A row is not in its list.");
+    for (int page = 0; page < rows && !IsInView(list, row); ++page) {
+        PressKey(VK_NEXT);
+        Settle();
+    }
+}
+
+void Tour::TakePicture(const wchar_t* name) {
+    Settle();
+    RECT bounds{};
+    GetWindowRect(window_.Handle(), &bounds);
+    const std::wstring path = folder_ + L"/" + name + L".png";
+    SaveScreen(bounds, path);
+    pictures_.push_back(path);
+}
+
+void Tour::Settle() {
+    loop_.RunFor(settleTime);
+}
+
+void Tour::Await(const std::function<bool()>& done, const std::wstring& what) {
+    if (!loop_.RunUntil(done, patience))
+        throw hosting::Error(HRESULT_FROM_WIN32(ERROR_TIMEOUT), what + L" did not come.");
+}
+
+}  // namespace explorer
