@@ -19,7 +19,7 @@ missing_packages() {
 # install_packages NAME...: installs the missing ones; the machine's package lists are fetched only
 # when the ones it has do not do.
 install_packages() {
-    local missing=() package log
+    local missing=() log
     mapfile -t missing < <(missing_packages "$@")
     [ ${#missing[@]} = 0 ] && return
     command -v apt-get >/dev/null || die "needs Debian 12 packages: ${missing[*]}"

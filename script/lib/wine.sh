@@ -37,6 +37,13 @@ in_wine() {
         "$root/script/lib/enter_root.sh" "$engine" "$root" "$PWD" "$@"
 }
 
+# windows_path PATH: the same as Windows programs write it.
+windows_path() {
+    local path
+    path=$(realpath -m "$1")
+    printf 'Z:%s\n' "${path//\//\\}"
+}
+
 prefix_is_ready() { [ "$(cat "$prefix/.ready" 2>/dev/null)" = "$engine" ]; }
 
 # Without a window manager each top-level window that goes away costs two seconds unless Wine manages
