@@ -72,6 +72,7 @@ void ComboBox::SetCurrent(int row) {
     const Raised changing(changing_);
     Send(CB_SETCURSEL, static_cast<WPARAM>(row));
     current_ = row;
+    ShowNoSelection();
 }
 
 std::wstring ComboBox::Text() const {
@@ -105,7 +106,10 @@ void ComboBox::SetWidth(int width) {
     const int rowHeight = static_cast<int>(Send(CB_GETITEMHEIGHT));
     SetWindowPos(handle_, nullptr, 0, 0, width, Height() + rowHeight * rowsShown + 2,
                  SWP_NOZORDER | SWP_NOACTIVATE);
-    // A new width makes the system select the whole text.
+    ShowNoSelection();
+}
+
+void ComboBox::ShowNoSelection() {
     if (GetFocus() != handle_ && !IsChild(handle_, GetFocus())) Send(CB_SETEDITSEL, 0, 0);
 }
 
@@ -135,6 +139,7 @@ std::optional<LRESULT> ComboBox::OnParentMessage(UINT message, WPARAM wide, LPAR
             return 0;
         case CBN_SETFOCUS:
         case CBN_KILLFOCUS:
+            ShowNoSelection();
             if (onFocus) onFocus(HIWORD(wide) == CBN_SETFOCUS);
             return 0;
         default:

@@ -62,6 +62,9 @@ private:
         return SendMessageW(handle_, message, wide, large);
     }
     void OnEdited();
+    /// The system selects the whole text with a new row or width; without the focus that would look
+    /// as if the box had it.
+    void ShowNoSelection();
 
     HWND handle_ = nullptr;
     HFONT font_ = nullptr;

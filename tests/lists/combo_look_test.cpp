@@ -98,6 +98,16 @@ TEST_F(ComboLook, TheRowsOutliveTheLifeInTheContainer) {
     EXPECT_TRUE(combo.Call("Refresh"));
 }
 
+TEST_F(ComboLook, NothingLooksSelectedInABoxWithoutTheFocus) {
+    FakeMetaNode* book = model.MetaNode("Book");
+    FakeNode* trees = model.Node(book, "b1", "On Trees");
+    combo.Call("SetList_Nodes", book, "Name");
+    combo.PutRef("selection", trees);
+    EXPECT_EQ(SendMessageW(Box(), CB_GETEDITSEL, 0, 0), 0);
+    hosted.Move({10, 10, 160, 110});
+    EXPECT_EQ(SendMessageW(Box(), CB_GETEDITSEL, 0, 0), 0);
+}
+
 TEST_F(ComboLook, TheInnerWindowIsAnOrdinaryEditableComboBox) {
     const LONG_PTR style = GetWindowLongPtrW(Box(), GWL_STYLE);
     EXPECT_EQ(style & (CBS_SIMPLE | CBS_DROPDOWN | CBS_DROPDOWNLIST), CBS_DROPDOWN);
