@@ -123,8 +123,10 @@ function(orvane_test_headers)
   add_library(test_headers STATIC EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/test_headers.cpp)
   target_link_libraries(test_headers PRIVATE orvane_options GTest::gmock GTest::gtest)
   target_compile_options(test_headers PRIVATE ${orvane_test_options})
-  target_precompile_headers(test_headers PRIVATE
-    $<$<BOOL:${WIN32}>:<windows.h>> $<$<BOOL:${WIN32}>:<comdef.h>> <gmock/gmock.h> <gtest/gtest.h>)
+  if(WIN32)
+    target_precompile_headers(test_headers PRIVATE <windows.h> <comdef.h>)
+  endif()
+  target_precompile_headers(test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
 
 # orvane_test(NAME SOURCES file... [LIBS target...] [INPUT])
