@@ -6,8 +6,8 @@ check_variant() {
     [[ " ${variants[*]} " == *" $1 "* ]] || die "no variant '$1': there are ${variants[*]}"
 }
 
-# build_variant VARIANT [NINJA-OPTION...]: the build system itself sees changed CMake files, but not
-# changed presets.
+# build_variant VARIANT [NINJA-OPTION...] [TARGET...]: everything, or the targets. The build system
+# itself sees changed CMake files, but not changed presets.
 build_variant() {
     with_lock "$root/build/$1.lock" build_variant_alone "$@"
 }
@@ -23,7 +23,7 @@ build_variant_alone() {
             return 1
         }
     fi
-    cmake --build --preset "$preset" -- "$@" || {
+    cmake --build --preset "$preset" -- "$@" | { grep -v '^ninja: no work to do' || true; } || {
         say "'cmake --build --preset $preset' failed"
         return 1
     }

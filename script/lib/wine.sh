@@ -46,6 +46,12 @@ windows_path() {
 
 prefix_is_ready() { [ "$(cat "$prefix/.ready" 2>/dev/null)" = "$engine" ]; }
 
+# Debian's Wine does not find its own fonts (Tahoma, Marlett, MS Sans Serif); it finds them here.
+link_fonts() {
+    mkdir -p "$prefix/drive_c/windows/Fonts"
+    ln -s /usr/share/wine/fonts/* "$prefix/drive_c/windows/Fonts"
+}
+
 # Without a window manager each top-level window that goes away costs two seconds unless Wine manages
 # its windows itself.
 make_prefix() {
@@ -53,6 +59,7 @@ make_prefix() {
     prefix_is_ready && return
     rm -rf "$prefix"
     mkdir -p "$prefix" "$wine_folder/home"
+    link_fonts
     log=$wine_folder/win$width.log
     (
         (in_wine timeout -k 2 300 wine wineboot --init) &&
