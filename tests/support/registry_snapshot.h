@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace support {
@@ -46,10 +47,12 @@ private:
     std::map<std::pair<HKEY, std::wstring>, Values> keys_;
 };
 
-/// Puts the classes' part of the registry back when it goes, whatever was done to it.
+/// Puts a part of the registry back when it goes, whatever was done to it: that of the classes
+/// unless said otherwise.
 class RegistryRestorer {
 public:
-    RegistryRestorer() : before_(RegistrySnapshot::OfClasses()) {}
+    explicit RegistryRestorer(RegistrySnapshot before = RegistrySnapshot::OfClasses())
+        : before_(std::move(before)) {}
     ~RegistryRestorer() { before_.Restore(); }
     RegistryRestorer(const RegistryRestorer&) = delete;
     RegistryRestorer& operator=(const RegistryRestorer&) = delete;

@@ -19,8 +19,9 @@ protected:
     }
     void TearDown() override { RegDeleteTreeW(HKEY_CURRENT_USER, root); }
 
-    static void Set(const std::wstring& below, const wchar_t* name, const std::wstring& text) {
-        RegSetKeyValueW(HKEY_CURRENT_USER, (root + below).c_str(), name, REG_SZ, text.c_str(),
+    static void Set(std::wstring_view below, const wchar_t* name, std::wstring_view text) {
+        const std::wstring key = std::wstring(root).append(below);
+        RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), name, REG_SZ, text.data(),
                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     }
     static RegistrySnapshot Now() { return RegistrySnapshot::Of(HKEY_CURRENT_USER, root); }
@@ -54,6 +55,20 @@ TEST_F(Registries, AreRestored) {
     RegDeleteTreeW(HKEY_CURRENT_USER, (std::wstring(root) + L"\\Kept\\Below").c_str());
     before.Restore();
     EXPECT_EQ(before.Changes(Now()), Lines{});
+}
+
+TEST_F(Registries, AreRestoredAtTheEndOfAScope) {
+    const RegistrySnapshot before = Now();
+    {
+        const RegistryRestorer restorer(Now());
+        Set(L"\\Added", L"", L"y");
+        EXPECT_EQ(restorer.Before().Changes(Now()).size(), 2u);
+    }
+    EXPECT_EQ(before.Changes(Now()), Lines{});
+}
+
+TEST_F(Registries, HoldTheClassesOfTheMachine) {
+    EXPECT_TRUE(RegistrySnapshot::OfClasses().Has(L"Software\\Classes\\CLSID"));
 }
 
 }  // namespace
