@@ -36,11 +36,12 @@ ComboBox::~ComboBox() {
 
 void ComboBox::Create(HWND parent) {
     const ole::ThemedScope themed;
-    handle_ = CreateWindowExW(0, WC_COMBOBOXW, L"",
-                              WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWN |
-                                  CBS_AUTOHSCROLL | CBS_NOINTEGRALHEIGHT,
-                              0, 0, 0, 0, parent, nullptr, ole::ModuleHandle(), nullptr);
+    handle_ = CreateWindowExW(
+        0, WC_COMBOBOXW, L"",
+        WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL, 0, 0, 0,
+        0, parent, nullptr, ole::ModuleHandle(), nullptr);
     if (handle_ == nullptr) ole::Check(HRESULT_FROM_WIN32(GetLastError()));
+    Send(CB_SETMINVISIBLE, rowsShown);
 }
 
 void ComboBox::Add(const wchar_t* text) {

@@ -108,6 +108,29 @@ TEST_F(ComboLook, NothingLooksSelectedInABoxWithoutTheFocus) {
     EXPECT_EQ(SendMessageW(Box(), CB_GETEDITSEL, 0, 0), 0);
 }
 
+TEST_F(ComboLook, TheOpenListShowsWholeRowsAndNoMoreThanThereAre) {
+    FakeMetaNode* book = model.MetaNode("Book");
+    ShowWindow(window.Handle(), SW_SHOWNOACTIVATE);
+    COMBOBOXINFO parts = {};
+    parts.cbSize = sizeof parts;
+    ASSERT_TRUE(GetComboBoxInfo(Box(), &parts));
+    const auto rowsInView = [&] {
+        combo.Call("Clear");
+        combo.Call("SetList_Nodes", book, "Name");
+        SendMessageW(Box(), CB_SHOWDROPDOWN, TRUE, 0);
+        RECT list = {};
+        GetClientRect(parts.hwndList, &list);
+        SendMessageW(Box(), CB_SHOWDROPDOWN, FALSE, 0);
+        const LRESULT rowHeight = SendMessageW(Box(), CB_GETITEMHEIGHT, 0, 0);
+        EXPECT_EQ(list.bottom % rowHeight, 0);
+        return list.bottom / rowHeight;
+    };
+    for (int count = 1; count <= 3; ++count) model.Node(book, std::to_string(count));
+    EXPECT_EQ(rowsInView(), 3);
+    for (int count = 4; count <= 20; ++count) model.Node(book, std::to_string(count));
+    EXPECT_EQ(rowsInView(), 8);
+}
+
 TEST_F(ComboLook, TheInnerWindowIsAnOrdinaryEditableComboBox) {
     const LONG_PTR style = GetWindowLongPtrW(Box(), GWL_STYLE);
     EXPECT_EQ(style & (CBS_SIMPLE | CBS_DROPDOWN | CBS_DROPDOWNLIST), CBS_DROPDOWN);
