@@ -49,6 +49,7 @@ Element ElementOf(Repository& repository, IUnknown& object) {
     if (&held->Owner() != &repository) {
         Throw(store::Number::invalidCall, "The object belongs to another repository");
     }
+    repository.StoreOf(held->HeldSession());
     return held->Held();
 }
 

@@ -23,8 +23,9 @@ public:
         element_->face = static_cast<I*>(this);
     }
 
-    com::Element STDMETHODCALLTYPE Held() override { return element_; }
-    Repository& STDMETHODCALLTYPE Owner() override { return *repository_.Get(); }
+    com::Element Held() override { return element_; }
+    Repository& Owner() override { return *repository_.Get(); }
+    unsigned HeldSession() override { return session_; }
 
 protected:
     ~ElementObject() override { element_->face = nullptr; }

@@ -24,8 +24,10 @@ using Element =
 
 /// The interface by which our objects know each other when they come in as arguments.
 struct IHeld : IUnknown {
-    virtual Element STDMETHODCALLTYPE Held() = 0;
-    virtual Repository& STDMETHODCALLTYPE Owner() = 0;
+    virtual Element Held() = 0;
+    virtual Repository& Owner() = 0;
+    /// Which opening of the repository the element is of.
+    virtual unsigned HeldSession() = 0;
 };
 
 }  // namespace repository::com

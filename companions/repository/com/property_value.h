@@ -21,8 +21,9 @@ public:
     STDMETHODIMP get_Value(VARIANT* result) override;
     STDMETHODIMP put_Value(VARIANT* newValue) override;
 
-    Element STDMETHODCALLTYPE Held() override { return value_; }
-    Repository& STDMETHODCALLTYPE Owner() override { return *repository_.Get(); }
+    Element Held() override { return value_; }
+    Repository& Owner() override { return *repository_.Get(); }
+    unsigned HeldSession() override { return session_; }
 
 private:
     template <class Work>

@@ -106,8 +106,9 @@ STDMETHODIMP Repository::MakeProperty(VARIANT* ofMetaObject, VARIANT* name, VARI
         const std::string description = TextOf(*about);
         store::MetaPropertyRef property;
         Store().Change([&] {
-            const auto type = TypeFor(TextOf(*metaTypeName), TextOf(*dataTypeWord), description);
-            property = Store().MakeProperty(owner, TextOf(*name), type, description);
+            const auto metaType =
+                TypeFor(TextOf(*metaTypeName), TextOf(*dataTypeWord), description);
+            property = Store().MakeProperty(owner, TextOf(*name), metaType, description);
         });
         *result = Show(*this, property).Detach();
     });
@@ -144,9 +145,9 @@ STDMETHODIMP Repository::MakeMetaType(VARIANT* name, VARIANT* dataTypeWord, VARI
         if (!dataType) {
             Throw(store::Number::invalidPropertyValue, "\"" + word + "\" is no data type");
         }
-        const store::MetaTypeRef type =
+        const store::MetaTypeRef made =
             Store().MakeMetaType(TextOf(*name), *dataType, TextOr(*about, ""), nullptr);
-        *result = Show(*this, type).Detach();
+        *result = Show(*this, made).Detach();
     });
 }
 
@@ -156,12 +157,12 @@ STDMETHODIMP Repository::MakeMetaEnum(VARIANT* name, VARIANT* atomNames, VARIANT
         const std::string text = TextOf(*name);
         const std::vector<std::string> atoms =
             IsArray(*atomNames) ? TextsOf(*atomNames) : SplitAtoms(TextOf(*atomNames));
-        store::MetaTypeRef type;
+        store::MetaTypeRef made;
         Store().Change([&] {
-            type = Store().MakeMetaType(text, store::DataType::string, TextOr(*about, ""),
+            made = Store().MakeMetaType(text, store::DataType::string, TextOr(*about, ""),
                                         Store().MakeEnum(text, atoms));
         });
-        *result = Show(*this, type).Detach();
+        *result = Show(*this, made).Detach();
     });
 }
 
@@ -244,14 +245,14 @@ void Repository::Use(std::unique_ptr<store::Store> opened) {
 store::MetaTypeRef Repository::TypeFor(const std::string& name, const std::string& word,
                                        const std::string& description) {
     const std::string& typeName = name.empty() ? word : name;
-    if (const store::MetaTypeRef type = Store().Meta().types.Find(typeName)) {
+    if (const store::MetaTypeRef known = Store().Meta().types.Find(typeName)) {
         const std::string folded = store::FoldCase(word);
-        if (!word.empty() && folded != store::FoldCase(type->name) &&
-            folded != store::FoldCase(store::WordOf(type->dataType))) {
+        if (!word.empty() && folded != store::FoldCase(known->name) &&
+            folded != store::FoldCase(store::WordOf(known->dataType))) {
             Throw(store::Number::invalidPropertyValue,
-                  "The data type of \"" + type->name + "\" is not \"" + word + "\"");
+                  "The data type of \"" + known->name + "\" is not \"" + word + "\"");
         }
-        return type;
+        return known;
     }
     const auto signature = ParseSignature(description);
     if (typeName.empty() || !signature) {

@@ -96,6 +96,27 @@ store::Value Said(long number) {
     return number == 0 ? store::Value() : Number(number);
 }
 
+/// The half with the function table of a dual interface; none for another type.
+ole::Ref<ITypeInfo> TableOf(ITypeInfo& info, const TYPEATTR& attributes) {
+    HREFTYPE reference = 0;
+    ole::Ref<ITypeInfo> table;
+    const bool isDual =
+        attributes.typekind == TKIND_DISPATCH && (attributes.wTypeFlags & TYPEFLAG_FDUAL) != 0;
+    if (isDual && SUCCEEDED(info.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference))) {
+        info.GetRefTypeInfo(reference, table.GetAddressOf());
+    }
+    return table;
+}
+
+/// The flags that only that half has.
+unsigned TableFlags(ITypeInfo& info, const TYPEATTR& attributes) {
+    const ole::Ref<ITypeInfo> table = TableOf(info, attributes);
+    if (!table) return 0;
+    ole::LentTypeAttributes tableAttributes(*table.Get());
+    ole::Check(table->GetTypeAttr(tableAttributes.Address()));
+    return tableAttributes->wTypeFlags;
+}
+
 /// A constant as it stands; none for what is no plain value.
 store::Value Constant(const VARIANT* value) {
     if (value == nullptr) return store::Empty();
@@ -227,8 +248,8 @@ store::ObjectRef Importer::TypeOf(ITypeInfo& info) {
 
 void Importer::SetTypeProperties(const store::ObjectRef& node, ITypeInfo& info,
                                  const TYPEATTR& attributes) {
-    const unsigned flags = attributes.wTypeFlags;
-    const bool isDual = (flags & TYPEFLAG_FDUAL) != 0;
+    const bool isDual = (attributes.wTypeFlags & TYPEFLAG_FDUAL) != 0;
+    const unsigned flags = attributes.wTypeFlags | TableFlags(info, attributes);
     model_.Set(node, "Guid", Said(GuidText(attributes.guid)));
     const auto set = [&](const char* property, unsigned flag) {
         model_.Set(node, property, Flag(flags, flag));
@@ -330,13 +351,9 @@ void Importer::ImportClass(const store::ObjectRef& node, ITypeInfo& info,
 
 void Importer::ImportInterface(const store::ObjectRef& node, ITypeInfo& info,
                                const TYPEATTR& attributes) {
-    HREFTYPE reference = 0;
-    ole::Ref<ITypeInfo> table;
     // The dispatch half of a dual interface repeats the members that it inherits; the half behind
     // it has only its own.
-    if (attributes.typekind == TKIND_DISPATCH && (attributes.wTypeFlags & TYPEFLAG_FDUAL) != 0 &&
-        SUCCEEDED(info.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)) &&
-        SUCCEEDED(info.GetRefTypeInfo(reference, table.GetAddressOf()))) {
+    if (const ole::Ref<ITypeInfo> table = TableOf(info, attributes)) {
         ole::LentTypeAttributes tableAttributes(*table.Get());
         ole::Check(table->GetTypeAttr(tableAttributes.Address()));
         ImportBases(node, *table.Get(), *tableAttributes);

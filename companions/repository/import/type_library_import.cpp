@@ -4,8 +4,12 @@
 
 #include <oleauto.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "ole/ref.h"
 #include "repository/com/text.h"
+#include "repository/import/file_check.h"
 #include "repository/import/importer.h"
 #include "repository/store/error.h"
 
@@ -54,7 +58,7 @@ std::wstring Complete(const std::wstring& path) {
     const std::string name = "\"" + com::Narrow(path) + "\"";
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
-        if (GetLastError() == ERROR_PATH_NOT_FOUND) {
+        if (!path.empty() && GetLastError() == ERROR_PATH_NOT_FOUND) {
             throw Error(Number::pathNotFound, "The folder of " + name + " does not exist");
         }
         throw Error(Number::fileNotFound, name + " was not found");
@@ -68,10 +72,26 @@ std::wstring Complete(const std::wstring& path) {
     throw Error(Number::invalidFileFormat, name + " is no type library and contains none");
 }
 
+/// The number at the end of a path such as `x.dll\\2` chooses one of a file's type libraries.
+std::wstring FileOf(const std::wstring& path) {
+    const auto end = path.find_last_not_of(L"0123456789");
+    const bool hasNumber = end != std::wstring::npos && end + 1 < path.size() && path[end] == L'\\';
+    return hasNumber ? path.substr(0, end) : path;
+}
+
+void RequireWhole(const std::wstring& path) {
+    std::ifstream file(std::filesystem::path(FileOf(path)), std::ios::binary);
+    if (file && !IsWhole(file)) {
+        throw Error(Number::invalidFileFormat,
+                    "\"" + com::Narrow(path) + "\" is damaged: a part of the file is missing");
+    }
+}
+
 }  // namespace
 
 std::vector<std::string> Import(store::Store& store, const std::wstring& file) {
     const std::wstring path = Complete(file);
+    RequireWhole(path);
     ole::Ref<ITypeLib> library;
     if (path.empty() || FAILED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.GetAddressOf()))) {
         ThrowReason(path);

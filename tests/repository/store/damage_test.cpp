@@ -5,16 +5,25 @@
 namespace repository::store {
 namespace {
 
+// Every file is written and synchronised; some systems take their time for that.
+#ifdef _WIN32
+constexpr std::size_t stride = 20;
+#else
+constexpr std::size_t stride = 1;
+#endif
+
 class DamagedFile : public testing::Test {
 protected:
     void SetUp() override {
         const auto store = Store::Create(file);
         const Small small(*store);
-        for (int i = 0; i < 500; ++i) {
-            const auto node = store->MakeNode(small.person, "x" + std::to_string(i), "Somebody");
-            store->SetValue(node, *small.age, std::int32_t{i});
-        }
-        store->SaveAs(scratch.File("other.orv"));
+        store->Change([&] {
+            for (int i = 0; i < 500; ++i) {
+                const auto node =
+                    store->MakeNode(small.person, "x" + std::to_string(i), "Somebody");
+                store->SetValue(node, *small.age, std::int32_t{i});
+            }
+        });
         whole = ReadFile(file);
         ASSERT_GT(whole.size(), 40000u);
     }
@@ -50,7 +59,7 @@ protected:
 
 TEST_F(DamagedFile, CutAnywhereItIsRefusedAndLeftAsItIs) {
     for (std::size_t length = whole.size() - 1; length > 0;
-         length -= std::min<std::size_t>(length, 977)) {
+         length -= std::min(length, 977 * stride)) {
         const std::string cut = whole.substr(0, length);
         WriteFile(file, cut);
         EXPECT_EQ(NumberOf([&] { Store::Open(file); }), Number::invalidFileFormat) << length;
@@ -60,7 +69,7 @@ TEST_F(DamagedFile, CutAnywhereItIsRefusedAndLeftAsItIs) {
 
 TEST_F(DamagedFile, FlippedBytesNeverDoMoreThanAnError) {
     int refused = 0;
-    for (std::size_t at = 0; at < whole.size(); at += 331) {
+    for (std::size_t at = 0; at < whole.size(); at += 331 * stride) {
         std::string flipped = whole;
         flipped[at] = static_cast<char>(flipped[at] ^ 0x5A);
         WriteFile(file, flipped);
