@@ -15,19 +15,18 @@ namespace {
 constexpr DWORD settleTime = 250;
 constexpr DWORD patience = 10000;
 
+BOOL CALLBACK KeepCombo(HWND child, LPARAM result) {
+    wchar_t name[16] = L"";
+    GetClassNameW(child, name, 16);
+    if (CompareStringOrdinal(name, -1, L"ComboBox", -1, TRUE) != CSTR_EQUAL) return TRUE;
+    *reinterpret_cast<HWND*>(result) = child;
+    return FALSE;
+}
+
 /// The system's combo box within a control's window.
 HWND FindCombo(HWND control) {
     HWND found = nullptr;
-    EnumChildWindows(
-        control,
-        [](HWND child, LPARAM result) -> BOOL {
-            wchar_t name[16] = L"";
-            GetClassNameW(child, name, 16);
-            if (CompareStringOrdinal(name, -1, L"ComboBox", -1, TRUE) != CSTR_EQUAL) return TRUE;
-            *reinterpret_cast<HWND*>(result) = child;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    EnumChildWindows(control, KeepCombo, reinterpret_cast<LPARAM>(&found));
     return found;
 }
 
