@@ -115,7 +115,10 @@ void HostedControl::Move(const RECT& bounds) {
                          bounds.bottom - bounds.top != bounds_.bottom - bounds_.top;
     bounds_ = bounds;
     if (resized) SetExtent({bounds.right - bounds.left, bounds.bottom - bounds.top});
-    if (link->control) SetObjectRects();
+    if (!link->control) return;
+    // The control may have asked for another size on the way, at its former place.
+    OffsetRect(&bounds_, bounds.left - bounds_.left, bounds.top - bounds_.top);
+    SetObjectRects();
 }
 
 bool HostedControl::IsTabStop() const {
