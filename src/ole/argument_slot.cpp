@@ -2,11 +2,14 @@
 
 #include <oleauto.h>
 
+#include <array>
 #include <cstring>
+#include <utility>
 
 #include "ole/error.h"
 #include "ole/object.h"
 #include "ole/text.h"
+#include "ole/variant_memory.h"
 
 namespace ole {
 
@@ -16,85 +19,50 @@ bool IsOmitted(const VARIANT& value) {
     return V_VT(&value) == VT_ERROR && V_ERROR(&value) == DISP_E_PARAMNOTFOUND;
 }
 
-/// The bytes that a value of an automation type takes behind a reference.
-std::size_t SizeOf(VARTYPE type) {
-    if ((type & VT_ARRAY) != 0) return sizeof(void*);
-    switch (type) {
-        case VT_I1:
-        case VT_UI1:
-            return 1;
-        case VT_I2:
-        case VT_UI2:
-        case VT_BOOL:
-            return 2;
-        case VT_I4:
-        case VT_UI4:
-        case VT_INT:
-        case VT_UINT:
-        case VT_R4:
-        case VT_ERROR:
-            return 4;
-        case VT_R8:
-        case VT_DATE:
-        case VT_CY:
-        case VT_I8:
-        case VT_UI8:
-            return 8;
-        case VT_BSTR:
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            return sizeof(void*);
-        default:
-            throw BadArgument{DISP_E_BADVARTYPE};
-    }
-}
-
-/// The value of an argument as it stands, references followed; the caller keeps it.
-VARIANT Borrowed(const VARIANT& argument) {
-    const VARIANT* value = &argument;
-    while (V_VT(value) == (VT_VARIANT | VT_BYREF)) value = V_VARIANTREF(value);
-    if (!V_ISBYREF(value)) return *value;
-    const auto type = static_cast<VARTYPE>(V_VT(value) & ~VT_BYREF);
-    VARIANT plain = {};
-    if (type == VT_DECIMAL) {
-        V_DECIMAL(&plain) = *V_DECIMALREF(value);
-    } else {
-        std::memcpy(&V_UI1(&plain), V_BYREF(value), SizeOf(type));
-    }
-    V_VT(&plain) = type;
-    return plain;
-}
-
-bool SameText(BSTR a, BSTR b) {
-    const UINT length = SysStringByteLen(a);
-    return length == SysStringByteLen(b) && (length == 0 || std::memcmp(a, b, length) == 0);
-}
-
 bool IsObject(VARTYPE type) {
     return type == VT_DISPATCH || type == VT_UNKNOWN;
 }
 
+/// The variable that an argument refers to: a variant, or a typed reference to one. None where the
+/// argument is a value.
+VARIANT* VariableOf(VARIANT& argument) {
+    if (!V_ISBYREF(&argument)) return nullptr;
+    VARIANT* variable = &argument;
+    while (V_VT(variable) == (VT_VARIANT | VT_BYREF)) variable = V_VARIANTREF(variable);
+    return variable;
+}
+
+/// Gives an array that the caller owns the elements of another of the same shape. A caller who
+/// holds a lock on its array, or has it in fixed memory, would not find another one in its place.
+bool CopyElements(SAFEARRAY* from, SAFEARRAY* to) {
+    constexpr USHORT staysInPlace = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
+    if (from == nullptr || to == nullptr) return false;
+    if (from->cDims == to->cDims && from->cbElements == to->cbElements &&
+        std::memcmp(from->rgsabound, to->rgsabound, from->cDims * sizeof(SAFEARRAYBOUND)) == 0) {
+        return SUCCEEDED(SafeArrayCopyData(from, to));
+    }
+    if (to->cLocks != 0 || (to->fFeatures & staysInPlace) != 0) {
+        throw BadArgument{DISP_E_ARRAYISLOCKED};
+    }
+    return false;
+}
+
 }  // namespace
 
-ArgumentSlot::ArgumentSlot(const Parameter& parameter, VARIANT* argument)
-    : parameter_(parameter), argument_(argument) {
-    const VARIANT given = argument_ != nullptr ? Borrowed(*argument_) : VARIANT{};
-    if (argument_ != nullptr && !IsOmitted(given)) {
-        Convert(given);
-    } else if (parameter_.hasDefault) {
-        value_ = parameter_.defaultValue;
-    } else if (parameter_.result) {
-        V_VT(&value_) =
-            parameter_.type == VT_VARIANT ? static_cast<VARTYPE>(VT_EMPTY) : parameter_.type;
-    } else if (!parameter_.optional) {
-        throw BadArgument{DISP_E_PARAMNOTOPTIONAL};
-    } else if (parameter_.type == VT_VARIANT) {
-        V_VT(&value_) = VT_ERROR;
-        V_ERROR(&value_) = DISP_E_PARAMNOTFOUND;
-    } else {
-        V_VT(&value_) = parameter_.type;
+ArgumentSlot::ArgumentSlot(const Parameter& parameter, VARIANT* argument) : parameter_(parameter) {
+    if (argument == nullptr) {
+        FillIn();
+        return;
     }
-    if (Returns()) before_ = value_;
+    const std::optional<VARIANT> given = Borrowed(*argument);
+    if (!given) throw BadArgument{DISP_E_BADVARTYPE};
+    if (IsOmitted(*given)) {
+        FillIn();
+    } else {
+        Convert(*given);
+    }
+    if (parameter_.byReference) variable_ = VariableOf(*argument);
+    if (variable_ != nullptr) before_ = value_;
 }
 
 VARIANT ArgumentSlot::ForCallee() {
@@ -107,33 +75,29 @@ VARIANT ArgumentSlot::ForCallee() {
 }
 
 void ArgumentSlot::CopyBack() {
-    if (!Returns() || IsUnchanged()) return;
-    VARIANT* target = argument_;
-    while (V_VT(target) == (VT_VARIANT | VT_BYREF)) target = V_VARIANTREF(target);
-    if (V_ISBYREF(target)) {
-        CopyToTyped(*target);
+    if (variable_ == nullptr || SameBytes(value_, before_)) return;
+    if (V_ISBYREF(variable_)) {
+        CopyToTyped(*variable_);
     } else {
-        CopyToVariant(*target);
+        CopyToVariant(*variable_);
     }
 }
 
-void ArgumentSlot::MoveTo(VARIANT& result) {
-    VariantClear(&result);
-    result = value_.Detach();
-}
-
-bool ArgumentSlot::Returns() const {
-    return parameter_.byReference && argument_ != nullptr && V_ISBYREF(argument_);
-}
-
-bool ArgumentSlot::IsUnchanged() const {
-    const VARTYPE type = V_VT(&value_);
-    if (type != V_VT(&before_)) return false;
-    if (type == VT_EMPTY || type == VT_NULL) return true;
-    if (type == VT_BSTR) return SameText(V_BSTR(&value_), V_BSTR(&before_));
-    // An array's elements may have changed in place.
-    if ((type & VT_ARRAY) != 0 || type == VT_DECIMAL) return false;
-    return std::memcmp(&V_UI1(&value_), &V_UI1(&before_), SizeOf(type)) == 0;
+/// The value of an argument that is not given.
+void ArgumentSlot::FillIn() {
+    if (parameter_.hasDefault) {
+        value_ = parameter_.defaultValue;
+        return;
+    }
+    if (!parameter_.optional && !parameter_.result) throw BadArgument{DISP_E_PARAMNOTOPTIONAL};
+    VARIANT blank = {};
+    if (parameter_.type != VT_VARIANT) {
+        V_VT(&blank) = parameter_.type;
+    } else if (!parameter_.result) {
+        V_VT(&blank) = VT_ERROR;
+        V_ERROR(&blank) = DISP_E_PARAMNOTFOUND;
+    }
+    value_.Attach(blank);
 }
 
 void ArgumentSlot::Convert(const VARIANT& given) {
@@ -151,16 +115,17 @@ void ArgumentSlot::Convert(const VARIANT& given) {
 }
 
 void ArgumentSlot::ConvertToObject(const VARIANT& given) {
-    V_VT(&value_) = parameter_.type;
-    V_UNKNOWN(&value_) = nullptr;
-    if (V_VT(&given) == VT_EMPTY || V_VT(&given) == VT_NULL) return;
-    if (!IsObject(V_VT(&given))) throw BadArgument{DISP_E_TYPEMISMATCH};
-    IUnknown* object = V_UNKNOWN(&given);
-    if (object == nullptr) return;
-    if (FAILED(object->QueryInterface(parameter_.interfaceId,
-                                      reinterpret_cast<void**>(&V_UNKNOWN(&value_))))) {
-        throw BadArgument{DISP_E_TYPEMISMATCH};
+    VARIANT object = {};
+    V_VT(&object) = parameter_.type;
+    if (V_VT(&given) != VT_EMPTY && V_VT(&given) != VT_NULL) {
+        if (!IsObject(V_VT(&given))) throw BadArgument{DISP_E_TYPEMISMATCH};
+        if (V_UNKNOWN(&given) != nullptr &&
+            FAILED(V_UNKNOWN(&given)->QueryInterface(
+                parameter_.interfaceId, reinterpret_cast<void**>(&V_UNKNOWN(&object))))) {
+            throw BadArgument{DISP_E_TYPEMISMATCH};
+        }
     }
+    value_.Attach(object);
 }
 
 void ArgumentSlot::ConvertToPlain(const VARIANT& given) {
@@ -171,14 +136,16 @@ void ArgumentSlot::ConvertToPlain(const VARIANT& given) {
 
 void ArgumentSlot::CopyToVariant(VARIANT& variable) {
     const VARTYPE had = V_VT(&variable);
+    if ((had & VT_ARRAY) != 0 && had == V_VT(&value_) &&
+        CopyElements(V_ARRAY(&value_), V_ARRAY(&variable))) {
+        return;
+    }
     const bool keepsType = parameter_.type != VT_VARIANT && had != VT_EMPTY && had != VT_NULL &&
                            had != VT_ERROR && !IsObject(had) && (had & VT_ARRAY) == 0;
     _variant_t fitting;
-    if (!keepsType || FAILED(ChangeType(fitting, value_, had))) {
-        fitting = value_;
-    }
-    VariantClear(&variable);
-    variable = fitting.Detach();
+    if (!keepsType || FAILED(ChangeType(fitting, value_, had))) fitting = value_;
+    // The variable's old value goes with `fitting`, when the variable has its new one.
+    std::swap(variable, static_cast<VARIANT&>(fitting));
 }
 
 void ArgumentSlot::CopyToTyped(VARIANT& reference) {
@@ -188,14 +155,16 @@ void ArgumentSlot::CopyToTyped(VARIANT& reference) {
     if (FAILED(result)) throw BadArgument{result};
     if (type == VT_DECIMAL) {
         *V_DECIMALREF(&reference) = V_DECIMAL(&fitting);
+        V_DECIMALREF(&reference)->wReserved = 0;
         return;
     }
+    if ((type & VT_ARRAY) != 0 && CopyElements(V_ARRAY(&fitting), *V_ARRAYREF(&reference))) return;
     // The variable's old string, object or array goes with `fitting`.
-    BYTE old[sizeof(LONGLONG)];
+    std::array<BYTE, sizeof(LONGLONG)> old;
     const std::size_t size = SizeOf(type);
-    std::memcpy(old, V_BYREF(&reference), size);
+    std::memcpy(old.data(), V_BYREF(&reference), size);
     std::memcpy(V_BYREF(&reference), &V_UI1(&fitting), size);
-    std::memcpy(&V_UI1(&fitting), old, size);
+    std::memcpy(&V_UI1(&fitting), old.data(), size);
 }
 
 }  // namespace ole

@@ -12,7 +12,8 @@ namespace ole {
 /// An object of the class `classId` of the type library, with its default dual interface `I`, class
 /// information and rich errors.
 template <class I, const GUID& classId, class... More>
-class Automation : public Unknown<Dispatch<I>, ISupportErrorInfo, IProvideClassInfo2, More...> {
+class Automation
+    : public Unknown<Dispatch<I, classId>, ISupportErrorInfo, IProvideClassInfo2, More...> {
 public:
     STDMETHODIMP InterfaceSupportsErrorInfo(REFIID id) override {
         return id == __uuidof(I) ? S_OK : S_FALSE;

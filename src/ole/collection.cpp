@@ -5,6 +5,7 @@
 
 #include "ole/error.h"
 #include "ole/text.h"
+#include "ole/variant_memory.h"
 
 namespace ole {
 
@@ -13,10 +14,6 @@ namespace {
 bool IsGiven(const VARIANT& argument) {
     return !(V_VT(&argument) == VT_ERROR && V_ERROR(&argument) == DISP_E_PARAMNOTFOUND) &&
            V_VT(&argument) != VT_EMPTY;
-}
-
-std::wstring TextOf(const _bstr_t& text) {
-    return text.length() == 0 ? std::wstring() : std::wstring(text, text.length());
 }
 
 /// The form in which keys that differ in case only are the same.
@@ -28,14 +25,13 @@ std::wstring Folded(const std::wstring& key) {
 
 /// A key is a string; everything else is a position.
 std::optional<std::wstring> KeyOf(const VARIANT& positionOrKey) {
-    const VARIANT* value = &positionOrKey;
-    if (V_VT(value) == (VT_VARIANT | VT_BYREF)) value = V_VARIANTREF(value);
-    if (V_VT(value) == VT_BSTR || V_VT(value) == (VT_BSTR | VT_BYREF))
-        return TextOf(ToText(*value));
-    return std::nullopt;
+    const std::optional<VARIANT> value = Borrowed(positionOrKey);
+    if (!value || V_VT(&*value) != VT_BSTR) return std::nullopt;
+    return ToWide(ToText(*value));
 }
 
 std::size_t PositionOf(const VARIANT& positionOrKey, std::size_t count) {
+    if (V_VT(&positionOrKey) == VT_NULL) Throw(Number::invalidUseOfNull);
     _variant_t number;
     Check(ChangeType(number, positionOrKey, VT_I4));
     if (V_I4(&number) < 1 || static_cast<std::size_t>(V_I4(&number)) > count) {
@@ -52,7 +48,7 @@ void KeyedValues::Add(const VARIANT& value, const VARIANT& key, const VARIANT& b
     std::size_t position = Count();
     if (IsGiven(before)) position = Find(before);
     if (IsGiven(after)) position = Find(after) + 1;
-    Insert(position, value, IsGiven(key) ? TextOf(ToText(key)) : std::wstring());
+    Insert(position, value, IsGiven(key) ? ToWide(ToText(key)) : std::wstring());
 }
 
 void KeyedValues::Add(const VARIANT& value, std::wstring key) {

@@ -3,6 +3,7 @@
 #include "ole/error.h"
 #include "ole/lent.h"
 #include "ole/server.h"
+#include "ole/text.h"
 
 namespace ole {
 
@@ -27,7 +28,7 @@ LibraryDescription DescribeLibrary() {
         TypeLibrary().GetDocumentation(MEMBERID_NIL, nullptr, help.GetAddress(), nullptr, nullptr));
     return {GuidText(attributes->guid),
             Hexadecimal(attributes->wMajorVerNum) + L"." + Hexadecimal(attributes->wMinorVerNum),
-            ModulePath(), std::wstring(help)};
+            ModulePath(), ToWide(help)};
 }
 
 std::vector<InterfaceDescription> DescribeInterfaces() {

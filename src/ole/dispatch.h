@@ -2,27 +2,36 @@
 
 #include <oaidl.h>
 
+#include "ole/error.h"
 #include "ole/server.h"
 #include "ole/type_table.h"
 #include "ole/unknown.h"
 
 namespace ole {
 
-/// Calls a member of the dual interface that `table` describes, on `object` (its interface
-/// pointer), as IDispatch::Invoke asks for it. In front of the platform's own call stands a layer
-/// that lets callers pass what scripts pass: values, variables, by-reference variants of any type,
-/// literals, Nothing, Empty, named arguments, and nothing at all for an optional one. Arguments are
-/// converted to the declared type in the user's locale; what the callee changed, and only that,
-/// goes back to the caller's variable, in the variable's own type where it fits.
-HRESULT InvokeMember(const TypeTable& table, IUnknown* object, DISPID id, WORD flags,
+/// What dispatch knows of a class: its id, which names the source of errors, and the members of its
+/// dual interface, read when first asked for.
+struct DispatchClass {
+    const CLSID& id;
+    const IID& interfaceId;
+    const TypeTable& (*members)();
+};
+
+/// Calls a member of the class's dual interface on `object` (its interface pointer), as
+/// IDispatch::Invoke asks for it. In front of the platform's own call stands a layer that lets
+/// callers pass what scripts pass: values, variables, by-reference variants of any type, literals,
+/// Nothing, Empty, named arguments, and nothing at all for an optional one. Arguments are converted
+/// to the declared type in the user's locale; what the callee changed, and only that, goes back to
+/// the caller's variable, in the variable's own type where it fits.
+HRESULT InvokeMember(const DispatchClass& type, IUnknown* object, DISPID id, WORD flags,
                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                      UINT* badArgument) noexcept;
 
-/// GetIDsOfNames for a type table.
-HRESULT FindNames(const TypeTable& table, LPOLESTR* names, UINT count, DISPID* ids) noexcept;
+/// GetIDsOfNames of the class's dual interface: a member, and arguments of it.
+HRESULT FindNames(const DispatchClass& type, LPOLESTR* names, UINT count, DISPID* ids) noexcept;
 
-/// IDispatch of the dual interface `I`, from the server's type library.
-template <class I>
+/// IDispatch of the class `classId` with the dual interface `I`, from the server's type library.
+template <class I, const GUID& classId>
 class Dispatch : public I {
 public:
     STDMETHODIMP GetTypeInfoCount(UINT* count) override {
@@ -35,25 +44,28 @@ public:
         if (info == nullptr) return E_POINTER;
         *info = nullptr;
         if (index != 0) return DISP_E_BADINDEX;
-        return Guard({}, IID_IDispatch, [&] { Ref<ITypeInfo>(&Table().Info()).CopyTo(info); });
+        return Guard({}, IID_IDispatch, [&] { Ref<ITypeInfo>(&Members().Info()).CopyTo(info); });
     }
 
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-        return FindNames(Table(), names, count, ids);
+    STDMETHODIMP GetIDsOfNames(REFIID riid, LPOLESTR* names, UINT count, LCID,
+                               DISPID* ids) override {
+        if (riid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+        return FindNames(dispatchClass_, names, count, ids);
     }
 
     STDMETHODIMP Invoke(DISPID id, REFIID riid, LCID, WORD flags, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override {
         if (riid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-        return InvokeMember(Table(), static_cast<I*>(this), id, flags, parameters, result,
+        return InvokeMember(dispatchClass_, static_cast<I*>(this), id, flags, parameters, result,
                             exception, badArgument);
     }
 
 private:
-    static const TypeTable& Table() {
+    static const TypeTable& Members() {
         static const TypeTable table(TypeInfoOf(__uuidof(I)));
         return table;
     }
+    static constexpr DispatchClass dispatchClass_ = {classId, __uuidof(I), Members};
 };
 
 }  // namespace ole

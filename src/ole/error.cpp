@@ -84,8 +84,13 @@ Ref<IErrorInfo> MakeErrorInfo(const wchar_t* description, const wchar_t* source,
     return Query<IErrorInfo>(made.Get());
 }
 
+/// A callee's own error, which has an error information, keeps its number whatever it is.
+HRESULT NumberOf(HRESULT result, IErrorInfo* info) {
+    return info == nullptr ? Translate(result) : result;
+}
+
 [[noreturn]] void Raise(HRESULT result, const Ref<IErrorInfo>& info) {
-    throw _com_error(result, info.Get(), true);
+    throw _com_error(NumberOf(result, info.Get()), info.Get(), true);
 }
 
 std::wstring SystemText(HRESULT result) {
@@ -94,7 +99,7 @@ std::wstring SystemText(HRESULT result) {
 }
 
 HRESULT Report(HRESULT result, IErrorInfo* info, std::wstring_view ourSource, REFIID interfaceId) {
-    result = Translate(result);
+    result = NumberOf(result, info);
     _bstr_t description;
     _bstr_t source;
     _bstr_t helpFile;
@@ -124,14 +129,21 @@ void Throw(HRESULT result, const wchar_t* description, const wchar_t* source) {
 }
 
 void Check(HRESULT result) {
+    if (FAILED(result)) Raise(result, {});
+}
+
+void Check(HRESULT result, IUnknown& callee, REFIID interfaceId) {
     if (SUCCEEDED(result)) return;
     Ref<IErrorInfo> info;
-    GetErrorInfo(0, info.GetAddressOf());
-    Raise(Translate(result), info);
+    const auto rich = Query<ISupportErrorInfo>(&callee);
+    if (rich && rich->InterfaceSupportsErrorInfo(interfaceId) == S_OK) {
+        GetErrorInfo(0, info.GetAddressOf());
+    }
+    Raise(result, info);
 }
 
 void ThrowLateBound(HRESULT result, EXCEPINFO& exception) {
-    if (result != DISP_E_EXCEPTION) Throw(Translate(result), TextOf(Translate(result)));
+    if (result != DISP_E_EXCEPTION) Raise(result, {});
     if (exception.pfnDeferredFillIn != nullptr) {
         const auto fillIn = exception.pfnDeferredFillIn;
         exception.pfnDeferredFillIn = nullptr;

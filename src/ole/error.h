@@ -46,9 +46,12 @@ constexpr HRESULT ToHresult(Number number) {
 [[noreturn]] void Throw(HRESULT result, const wchar_t* description,
                         const wchar_t* source = nullptr);
 
-/// Throws for a failed result, with the error information that the failed call left, if it left
-/// one.
+/// Throws for a failed result of a system function.
 void Check(HRESULT result);
+
+/// Throws for a failed direct call of an object's interface, with the rich error that the object
+/// left where it says that the interface has them.
+void Check(HRESULT result, IUnknown& callee, REFIID interfaceId);
 
 /// What a failed late-bound call becomes: the callee's own error with number, description and
 /// source (deferred fill-in done), or the automation number for what kept the call from taking

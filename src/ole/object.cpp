@@ -3,8 +3,40 @@
 #include <oleauto.h>
 
 #include "ole/error.h"
+#include "ole/variant_memory.h"
 
 namespace ole {
+
+namespace {
+
+DISPID IdOf(IDispatch& object, const wchar_t* member) {
+    DISPID id = DISPID_UNKNOWN;
+    auto name = const_cast<wchar_t*>(member);
+    Check(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
+    return id;
+}
+
+_variant_t Read(IDispatch& object, DISPID id, VARIANT* reversed, std::size_t count) {
+    DISPPARAMS parameters = {reversed, nullptr, static_cast<UINT>(count), 0};
+    _variant_t answer;
+    ExceptionInfo exception;
+    UINT badArgument = 0;
+    const HRESULT result =
+        object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                      &parameters, &answer, &exception, &badArgument);
+    if (FAILED(result)) ThrowLateBound(result, exception);
+    return answer;
+}
+
+HRESULT Write(IDispatch& object, DISPID id, WORD flags, VARIANT& value, EXCEPINFO& exception) {
+    DISPID assigned = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters = {&value, &assigned, 1, 1};
+    UINT badArgument = 0;
+    return object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, nullptr, &exception,
+                         &badArgument);
+}
+
+}  // namespace
 
 Object Object::From(const VARIANT& value) {
     switch (V_VT(&value)) {
@@ -12,73 +44,45 @@ Object Object::From(const VARIANT& value) {
             return {};
         case VT_DISPATCH:
             return Object(V_DISPATCH(&value));
-        case VT_DISPATCH | VT_BYREF:
-            return Object(*V_DISPATCHREF(&value));
-        case VT_VARIANT | VT_BYREF:
-            return From(*V_VARIANTREF(&value));
         case VT_UNKNOWN:
             if (V_UNKNOWN(&value) == nullptr) return {};
             if (auto object = Query<IDispatch>(V_UNKNOWN(&value))) return Object(std::move(object));
-            [[fallthrough]];
+            break;
         default:
-            Throw(Number::objectRequired);
+            if (!V_ISBYREF(&value)) break;
+            if (const auto borrowed = Borrowed(value)) return From(*borrowed);
     }
+    Throw(Number::objectRequired);
 }
 
-void Object::Put(const wchar_t* member, const Argument& value) const {
-    VARIANT argument = value.Value();
-    InvokeId(IdOf(member), DISPATCH_PROPERTYPUT, &argument, 1);
-}
-
-void Object::PutRef(const wchar_t* member, const Object& value) const {
-    VARIANT argument = Argument(value).Value();
-    const DISPID id = IdOf(member);
-    _variant_t answer;
-    ExceptionInfo exception;
-    const HRESULT result = TryInvoke(id, DISPATCH_PROPERTYPUTREF, &argument, 1, answer, exception);
-    if (result == DISP_E_MEMBERNOTFOUND) {
-        InvokeId(id, DISPATCH_PROPERTYPUT, &argument, 1);
-    } else if (FAILED(result)) {
-        ThrowLateBound(result, exception);
-    }
-}
-
-DISPID Object::IdOf(const wchar_t* member) const {
+Ref<IDispatch> Object::Held() const {
     if (!object_) Throw(Number::objectNotSet);
-    DISPID id = DISPID_UNKNOWN;
-    auto name = const_cast<wchar_t*>(member);
-    const HRESULT result = object_->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
-    if (FAILED(result)) {
-        ExceptionInfo none;
-        ThrowLateBound(result, none);
-    }
-    return id;
+    return object_;
 }
 
-_variant_t Object::InvokeId(DISPID id, WORD flags, VARIANT* reversed, std::size_t count) const {
-    _variant_t answer;
+_variant_t Object::Invoke(const wchar_t* member, VARIANT* reversed, std::size_t count) const {
+    const Ref<IDispatch> held = Held();
+    return Read(*held.Get(), IdOf(*held.Get(), member), reversed, count);
+}
+
+_variant_t Object::InvokeId(DISPID id, VARIANT* reversed, std::size_t count) const {
+    return Read(*Held().Get(), id, reversed, count);
+}
+
+void Object::Assign(const wchar_t* member, VARIANT value, WORD flags) const {
+    const Ref<IDispatch> held = Held();
+    const DISPID id = IdOf(*held.Get(), member);
     ExceptionInfo exception;
-    const HRESULT result = TryInvoke(id, flags, reversed, count, answer, exception);
+    HRESULT result = Write(*held.Get(), id, flags, value, exception);
+    if (result == DISP_E_MEMBERNOTFOUND && V_VT(&value) == VT_DISPATCH) {
+        const WORD other = flags ^ (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
+        result = Write(*held.Get(), id, other, value, exception);
+    }
     if (FAILED(result)) ThrowLateBound(result, exception);
-    return answer;
-}
-
-HRESULT Object::TryInvoke(DISPID id, WORD flags, VARIANT* reversed, std::size_t count,
-                          _variant_t& answer, EXCEPINFO& exception) const {
-    if (!object_) Throw(Number::objectNotSet);
-    const Ref<IDispatch> kept = object_;
-    const bool assigns = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-    DISPID assigned = DISPID_PROPERTYPUT;
-    DISPPARAMS parameters = {reversed, assigns ? &assigned : nullptr, static_cast<UINT>(count),
-                             assigns ? 1u : 0u};
-    UINT badArgument = 0;
-    return kept->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                        assigns ? nullptr : &answer, &exception, &badArgument);
 }
 
 Enumeration::Enumeration(const Object& collection) {
-    const _variant_t answer =
-        collection.InvokeId(DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, nullptr, 0);
+    const _variant_t answer = collection.InvokeId(DISPID_NEWENUM, nullptr, 0);
     if (V_VT(&answer) == VT_UNKNOWN || V_VT(&answer) == VT_DISPATCH) {
         elements_ = Query<IEnumVARIANT>(V_UNKNOWN(&answer));
     }
@@ -105,16 +109,13 @@ void Enumeration::Fetch() {
     fetched_ = 0;
     ULONG count = 0;
     const HRESULT result = elements_->Next(blockSize, block_.data(), &count);
-    if (count > blockSize) count = 0;
+    // An enumerator that fails, or says of more elements than it was asked for, gave none.
+    if (FAILED(result) || count > blockSize) count = 0;
+    for (ULONG i = count; i < blockSize; ++i) VariantClear(&block_[i]);
+    Check(result, *elements_.Get(), IID_IEnumVARIANT);
     fetched_ = count;
     // Some enumerators answer S_OK for a short block; an empty block ends every one.
     ended_ = result == S_FALSE || count == 0;
-    if (FAILED(result)) {
-        for (VARIANT& element : block_) VariantClear(&element);
-        fetched_ = 0;
-        ExceptionInfo none;
-        ThrowLateBound(result, none);
-    }
 }
 
 }  // namespace ole

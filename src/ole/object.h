@@ -22,7 +22,7 @@ public:
         V_VT(&value_) = VT_DISPATCH;
         V_DISPATCH(&value_) = object;
     }
-    Argument(bool flag) {
+    Argument(std::same_as<bool> auto flag) {
         V_VT(&value_) = VT_BOOL;
         V_BOOL(&value_) = flag ? VARIANT_TRUE : VARIANT_FALSE;
     }
@@ -31,6 +31,9 @@ public:
         V_I4(&value_) = number;
     }
     Argument(const class Object& object);
+    // Texts that would have to be copied first.
+    Argument(const wchar_t*) = delete;
+    Argument(const char*) = delete;
 
     const VARIANT& Value() const { return value_; }
 
@@ -61,7 +64,8 @@ public:
     /// Reads a property or calls a method with positional arguments.
     template <class... Arguments>
     _variant_t Call(const wchar_t* member, const Arguments&... arguments) const {
-        return Invoke(member, DISPATCH_METHOD | DISPATCH_PROPERTYGET, arguments...);
+        auto reversed = Reversed(arguments...);
+        return Invoke(member, reversed.data(), reversed.size());
     }
 
     /// As `Call`, where the result must be an object or Nothing; raises 424 for anything else.
@@ -70,17 +74,20 @@ public:
         return From(Call(member, arguments...));
     }
 
-    /// Assigns a property: by value, or for an object by reference (falling back on by value where
-    /// the callee only has that).
-    void Put(const wchar_t* member, const Argument& value) const;
-    void PutRef(const wchar_t* member, const Object& value) const;
+    /// Assigns a property: by value, or for an object by reference. An object goes the other way
+    /// where the callee only has that.
+    void Put(const wchar_t* member, const Argument& value) const {
+        Assign(member, value.Value(), DISPATCH_PROPERTYPUT);
+    }
+    void PutRef(const wchar_t* member, const Object& value) const {
+        Assign(member, Argument(value).Value(), DISPATCH_PROPERTYPUTREF);
+    }
 
     /// The default member, with arguments: a collection's look-up.
     template <class... Arguments>
     _variant_t Value(const Arguments&... arguments) const {
-        std::array<VARIANT, sizeof...(Arguments)> reversed = Reversed(arguments...);
-        return InvokeId(DISPID_VALUE, DISPATCH_METHOD | DISPATCH_PROPERTYGET, reversed.data(),
-                        reversed.size());
+        auto reversed = Reversed(arguments...);
+        return InvokeId(DISPID_VALUE, reversed.data(), reversed.size());
     }
 
     /// Runs `visit(Object)` for each element of a collection, in its order. Elements are fetched in
@@ -101,16 +108,12 @@ private:
         return reversed;
     }
 
-    template <class... Arguments>
-    _variant_t Invoke(const wchar_t* member, WORD flags, const Arguments&... arguments) const {
-        std::array<VARIANT, sizeof...(Arguments)> reversed = Reversed(arguments...);
-        return InvokeId(IdOf(member), flags, reversed.data(), reversed.size());
-    }
-
-    DISPID IdOf(const wchar_t* member) const;
-    _variant_t InvokeId(DISPID id, WORD flags, VARIANT* reversed, std::size_t count) const;
-    HRESULT TryInvoke(DISPID id, WORD flags, VARIANT* reversed, std::size_t count,
-                      _variant_t& answer, EXCEPINFO& exception) const;
+    /// The reference that a call holds from its first step to its last: the callee may make this
+    /// handle refer to another object. Raises 91.
+    Ref<IDispatch> Held() const;
+    _variant_t Invoke(const wchar_t* member, VARIANT* reversed, std::size_t count) const;
+    _variant_t InvokeId(DISPID id, VARIANT* reversed, std::size_t count) const;
+    void Assign(const wchar_t* member, VARIANT value, WORD flags) const;
 
     friend class Enumeration;
 

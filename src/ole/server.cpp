@@ -2,9 +2,8 @@
 
 #include <oleauto.h>
 
-#include <stdexcept>
-
 #include "ole/error.h"
+#include "ole/text.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
@@ -45,20 +44,20 @@ Ref<ITypeInfo> TypeInfoOf(REFGUID id) {
 std::wstring NameOf(ITypeInfo& info) {
     _bstr_t name;
     Check(info.GetDocumentation(MEMBERID_NIL, name.GetAddress(), nullptr, nullptr, nullptr));
-    return name.length() == 0 ? std::wstring() : std::wstring(name);
+    return ToWide(name);
 }
 
 std::wstring HelpTextOf(ITypeInfo& info) {
     _bstr_t text;
     Check(info.GetDocumentation(MEMBERID_NIL, nullptr, text.GetAddress(), nullptr, nullptr));
-    return text.length() == 0 ? std::wstring() : std::wstring(text);
+    return ToWide(text);
 }
 
 std::wstring ProgId(REFCLSID id) {
     _bstr_t library;
     Check(TypeLibrary().GetDocumentation(MEMBERID_NIL, library.GetAddress(), nullptr, nullptr,
                                          nullptr));
-    return std::wstring(library) + L"." + NameOf(*TypeInfoOf(id).Get());
+    return ToWide(library) + L"." + NameOf(*TypeInfoOf(id).Get());
 }
 
 }  // namespace ole

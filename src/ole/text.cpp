@@ -2,12 +2,21 @@
 
 #include <oleauto.h>
 
-#include <string>
+#include <optional>
 
 #include "ole/error.h"
 #include "ole/object.h"
+#include "ole/variant_memory.h"
 
 namespace ole {
+
+std::wstring ToWide(const _bstr_t& text) {
+    return text.length() == 0 ? std::wstring() : std::wstring(text, text.length());
+}
+
+_bstr_t ToBstr(BSTR text) {
+    return _bstr_t(text, true);
+}
 
 HRESULT ChangeType(VARIANT& to, const VARIANT& from, VARTYPE type) noexcept {
     return VariantChangeTypeEx(&to, const_cast<VARIANT*>(&from), LOCALE_USER_DEFAULT,
@@ -16,49 +25,63 @@ HRESULT ChangeType(VARIANT& to, const VARIANT& from, VARTYPE type) noexcept {
 
 namespace {
 
-_variant_t Dereferenced(const VARIANT& value) {
-    _variant_t plain;
-    Check(VariantCopyInd(&plain, const_cast<VARIANT*>(&value)));
-    return plain;
-}
-
 _bstr_t Converted(const VARIANT& value) {
     _variant_t text;
     Check(ChangeType(text, value, VT_BSTR));
     return _bstr_t(text.Detach().bstrVal, false);
 }
 
+/// The value of an object's default property, which must be no object again: one that answers
+/// itself would never end.
+_variant_t DefaultValue(const Object& object) {
+    _variant_t value = object.Value();
+    if (V_VT(&value) == VT_DISPATCH || V_VT(&value) == VT_UNKNOWN) Throw(Number::typeMismatch);
+    return value;
+}
+
+/// The value that a comparison or conversion takes for `value`: references followed, an object by
+/// its default property.
+_variant_t Plain(const VARIANT& value) {
+    const std::optional<VARIANT> borrowed = Borrowed(value);
+    if (!borrowed) Throw(Number::typeMismatch);
+    switch (V_VT(&*borrowed)) {
+        case VT_DISPATCH:
+        case VT_UNKNOWN: {
+            const auto object = Query<IDispatch>(V_UNKNOWN(&*borrowed));
+            if (!object && V_UNKNOWN(&*borrowed) != nullptr) Throw(Number::typeMismatch);
+            return DefaultValue(object);
+        }
+        default:
+            return *borrowed;
+    }
+}
+
 }  // namespace
 
 _bstr_t ToText(const VARIANT& value) {
-    switch (V_VT(&value)) {
-        case VT_BSTR:
-            return _bstr_t(V_BSTR(&value));
+    if (V_VT(&value) == VT_BSTR) return ToBstr(V_BSTR(&value));
+    const _variant_t plain = Plain(value);
+    switch (V_VT(&plain)) {
         case VT_NULL:
             Throw(Number::invalidUseOfNull);
-        case VT_DISPATCH:
-            return ToText(Object(V_DISPATCH(&value)).Value());
-        case VT_ERROR:
-        case VT_UNKNOWN:
-            Throw(Number::typeMismatch);
+        case VT_BSTR:
+            return ToBstr(V_BSTR(&plain));
         default:
-            if (V_ISBYREF(&value)) return ToText(Dereferenced(value));
-            return Converted(value);
+            return Converted(plain);
     }
 }
 
 _bstr_t ToTextOfAnything(const VARIANT& value) {
-    if (V_ISBYREF(&value)) return ToTextOfAnything(Dereferenced(value));
-    if (V_VT(&value) != VT_ERROR) return ToText(value);
-    return _bstr_t((L"Error " + std::to_wstring(LOWORD(V_ERROR(&value)))).c_str());
+    const _variant_t plain = Plain(value);
+    if (V_VT(&plain) != VT_ERROR) return ToText(plain);
+    return _bstr_t((L"Error " + std::to_wstring(LOWORD(V_ERROR(&plain)))).c_str());
 }
 
 bool Equal(const VARIANT& a, const VARIANT& b) {
-    if (V_VT(&a) == VT_BSTR && V_VT(&b) == VT_BSTR) {
-        return VarBstrCmp(V_BSTR(&a), V_BSTR(&b), LOCALE_USER_DEFAULT, 0) == VARCMP_EQ;
-    }
-    _variant_t left = Dereferenced(a);
-    _variant_t right = Dereferenced(b);
+    _variant_t left = Plain(a);
+    _variant_t right = Plain(b);
+    // The platform's comparison of texts is one of the locale, which ignores characters.
+    if (V_VT(&left) == VT_BSTR && V_VT(&right) == VT_BSTR) return SameBytes(left, right);
     const HRESULT result = VarCmp(&left, &right, LOCALE_USER_DEFAULT, 0);
     Check(result);
     return result == VARCMP_EQ;

@@ -2,7 +2,15 @@
 
 #include <comdef.h>
 
+#include <string>
+
 namespace ole {
+
+/// A text with all its characters, zeros included; no text is an empty one.
+std::wstring ToWide(const _bstr_t& text);
+
+/// A copy of a text, zeros included. (_bstr_t's own conversion from a BSTR ends at the first zero.)
+_bstr_t ToBstr(BSTR text);
 
 /// The platform's conversion, in the user's locale, booleans as words. The result is a DISP_E_...
 /// code.

@@ -3,8 +3,9 @@
 #include <comdef.h>
 #include <oaidl.h>
 
-#include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "ole/ref.h"
@@ -14,7 +15,8 @@ namespace ole {
 /// What the type information says of one parameter.
 struct Parameter {
     std::wstring name;
-    /// The type of the value itself, without VT_BYREF; enumerations and aliases are resolved.
+    /// The type of the value itself, without VT_BYREF; enumerations, aliases and classes are
+    /// resolved.
     VARTYPE type = VT_EMPTY;
     bool byReference = false;
     bool optional = false;
@@ -27,6 +29,7 @@ struct Parameter {
 
 /// One function of a dual interface, as dispatch needs it.
 struct Member {
+    std::wstring name;
     DISPID id = DISPID_UNKNOWN;
     INVOKEKIND kind = INVOKE_FUNC;
     ULONG_PTR tableOffset = 0;
@@ -39,7 +42,10 @@ struct Member {
 /// The members of one dual interface, read from the type information once.
 class TypeTable {
 public:
+    /// Raises TYPE_E_UNSUPFORMAT for an interface with a parameter that has no automation type.
     explicit TypeTable(Ref<ITypeInfo> info);
+    TypeTable(const TypeTable&) = delete;
+    TypeTable& operator=(const TypeTable&) = delete;
 
     ITypeInfo& Info() const { return *info_.Get(); }
 
@@ -48,12 +54,25 @@ public:
     /// such.
     const Member* Find(DISPID id, WORD flags) const;
 
+    /// The id of a member, DISPID_UNKNOWN where there is none. Names are the same without case.
+    DISPID IdOf(std::wstring_view member) const;
+
+    /// The position of a named argument, which is its id; DISPID_UNKNOWN where there is none.
+    DISPID PositionOf(DISPID member, std::wstring_view argument) const;
+
 private:
-    void Read(const FUNCDESC& function);
-    Parameter ReadParameter(const ELEMDESC& element, std::wstring name) const;
+    struct NameHash {
+        std::size_t operator()(std::wstring_view name) const;
+    };
+    struct SameName {
+        bool operator()(std::wstring_view a, std::wstring_view b) const;
+    };
 
     Ref<ITypeInfo> info_;
+    /// Ordered by id; members with the same id keep the order of the interface.
     std::vector<Member> members_;
+    /// By the names that `members_` keeps.
+    std::unordered_map<std::wstring_view, DISPID, NameHash, SameName> ids_;
 };
 
 }  // namespace ole

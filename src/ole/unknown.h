@@ -10,7 +10,7 @@
 
 namespace ole {
 
-template <class I>
+template <class I, const GUID& classId>
 class Dispatch;
 
 /// The interface that a base class of an object stands for: itself, or the one that it implements.
@@ -18,8 +18,8 @@ template <class T>
 struct Served {
     using Type = T;
 };
-template <class I>
-struct Served<Dispatch<I>> {
+template <class I, const GUID& classId>
+struct Served<Dispatch<I, classId>> {
     using Type = I;
 };
 
