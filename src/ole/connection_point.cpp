@@ -64,15 +64,15 @@ HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer**
 HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
     if (cookie == nullptr || sink == nullptr) return E_POINTER;
     *cookie = 0;
-    Connection connection = {lastCookie_ + 1, {}};
-    void** found = reinterpret_cast<void**>(connection.sink.GetAddressOf());
+    Ref<IUnknown> connected;
+    void** found = reinterpret_cast<void**>(connected.GetAddressOf());
     if (FAILED(sink->QueryInterface(sinkInterface_, found)) &&
         (sinkInterface_ == IID_IPropertyNotifySink ||
          FAILED(sink->QueryInterface(IID_IDispatch, found)))) {
         return CONNECT_E_CANNOTCONNECT;
     }
     return Guard({}, IID_IConnectionPoint, [&] {
-        sinks_.push_back(connection);
+        sinks_.push_back({lastCookie_ + 1, std::move(connected)});
         *cookie = ++lastCookie_;
     });
 }

@@ -82,16 +82,17 @@ void Write(Scope scope) {
 void Remove(Scope scope) {
     const LibraryDescription library = DescribeLibrary();
     const RegistryKey classes = Classes(scope);
+    // The system keeps these apart for the two widths, and the others together.
     for (const Class& entry : server.classes) classes.RemoveTree(L"CLSID\\" + GuidText(entry.id));
+    for (const InterfaceDescription& type : DescribeInterfaces()) {
+        classes.RemoveTree(L"Interface\\" + type.id);
+    }
     const std::wstring root = L"TypeLib\\" + library.id;
     const std::wstring version = root + L"\\" + library.version;
     classes.RemoveTree(version + L"\\0\\" + platformKey);
     classes.RemoveIfEmpty(version + L"\\0");
     if (classes.Has(version + L"\\0")) return;
     for (const Class& entry : server.classes) classes.RemoveTree(ProgId(entry.id));
-    for (const InterfaceDescription& type : DescribeInterfaces()) {
-        classes.RemoveTree(L"Interface\\" + type.id);
-    }
     classes.RemoveTree(version);
     classes.RemoveIfEmpty(root);
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ole/error.h"
+#include "ole/live.h"
 #include "ole/server.h"
 #include "ole/theme.h"
 
@@ -60,7 +61,9 @@ LRESULT Window::DefaultAnswer(UINT message, WPARAM wide, LPARAM large) const {
 }
 
 LRESULT CALLBACK Window::Procedure(HWND handle, UINT message, WPARAM wide, LPARAM large) {
+    if (message == WM_NCDESTROY) InterlockedDecrement(&LiveCounts().windows);
     if (message == WM_NCCREATE) {
+        InterlockedIncrement(&LiveCounts().windows);
         const auto& creation = *reinterpret_cast<const CREATESTRUCTW*>(large);
         static_cast<Window*>(creation.lpCreateParams)->handle_ = handle;
         SetWindowLongPtrW(handle, GWLP_USERDATA,

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include "ole/live.h"
-
 namespace ole {
 
 /// A window of the server's own class. Destroying the object destroys the window; messages that
@@ -32,7 +30,6 @@ private:
     static ATOM ClassAtom();
 
     HWND handle_ = nullptr;
-    Counted<&Live::windows> live_;
 };
 
 }  // namespace ole

@@ -110,7 +110,7 @@ void* Control::FindPart(REFIID id) {
 }
 
 void Control::Fire(DISPID event, VARIANT* arguments, UINT count) {
-    if (site_.Client() != nullptr && !site_.IsUserMode()) return;
+    if (!site_.IsUserMode() || site_.EventsFrozenByContainer()) return;
     events_.Fire(event, arguments, count);
 }
 

@@ -21,22 +21,25 @@ struct Record {
     std::int32_t height;
 };
 
-void CheckVersion(std::uint32_t found) {
-    if (found > version) {
+[[noreturn]] void ThrowNoState() {
+    Throw(STG_E_INVALIDHEADER, L"This is not the saved state of a control.");
+}
+
+void Restore(Control& control, std::uint32_t writtenBy, SIZE extent) {
+    if (writtenBy > version) {
         Throw(STG_E_OLDDLL, L"A newer version of the control wrote this; it cannot be read.");
     }
+    if (extent.cx < 0 || extent.cy < 0) ThrowNoState();
+    control.SetExtent(extent);
+    control.SetDirty(false);
 }
 
 void ReadFrom(IStream& stream, Control& control) {
     Record record = {};
     ULONG read = 0;
     Check(stream.Read(&record, sizeof(record), &read));
-    if (read != sizeof(record) || record.signature != signature || record.width < 0 ||
-        record.height < 0) {
-        Throw(STG_E_INVALIDHEADER, L"This is not the saved state of a control.");
-    }
-    CheckVersion(record.version);
-    control.SetExtent({record.width, record.height});
+    if (read != sizeof(record) || record.signature != signature) ThrowNoState();
+    Restore(control, record.version, {record.width, record.height});
 }
 
 void WriteTo(IStream& stream, Control& control) {
@@ -78,10 +81,7 @@ HRESULT Persistence::InitNew() {
 HRESULT Persistence::Load(IStream* stream) {
     if (stream == nullptr) return E_POINTER;
     const Ref<IUnknown> kept = &whole_;
-    return Guard({}, IID_IPersistStreamInit, [&] {
-        ReadFrom(*stream, control_);
-        control_.SetDirty(false);
-    });
+    return Guard({}, IID_IPersistStreamInit, [&] { ReadFrom(*stream, control_); });
 }
 
 HRESULT Persistence::Save(IStream* stream, BOOL clearDirty) {
@@ -141,12 +141,11 @@ HRESULT Persistence::Load(IPropertyBag* bag, IErrorLog* log) {
     if (bag == nullptr) return E_POINTER;
     const Ref<IUnknown> kept = &whole_;
     return Guard({}, IID_IPersistPropertyBag, [&] {
-        CheckVersion(static_cast<std::uint32_t>(
-            ReadNumber(*bag, log, L"_Version", static_cast<long>(version))));
         const SIZE extent = control_.Extent();
-        control_.SetExtent({ReadNumber(*bag, log, L"_ExtentX", extent.cx),
-                            ReadNumber(*bag, log, L"_ExtentY", extent.cy)});
-        control_.SetDirty(false);
+        const long writtenBy = ReadNumber(*bag, log, L"_Version", static_cast<long>(version));
+        Restore(control_, static_cast<std::uint32_t>(writtenBy),
+                {ReadNumber(*bag, log, L"_ExtentX", extent.cx),
+                 ReadNumber(*bag, log, L"_ExtentY", extent.cy)});
     });
 }
 
