@@ -117,7 +117,7 @@ endfunction()
 
 # The headers that every test includes, compiled once for all of them, and with the options of all.
 # Tests are compiled quickly, not to run quickly.
-set(orvane_test_options $<$<CONFIG:Release>:-O1>)
+set(orvane_test_options $<$<CONFIG:Release>:-O0>)
 function(orvane_test_headers)
   file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/test_headers.cpp CONTENT "")
   add_library(test_headers STATIC EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/test_headers.cpp)
