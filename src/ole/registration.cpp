@@ -91,10 +91,15 @@ void Remove(Scope scope) {
     const std::wstring version = root + L"\\" + library.version;
     classes.RemoveTree(version + L"\\0\\" + platformKey);
     classes.RemoveIfEmpty(version + L"\\0");
-    if (classes.Has(version + L"\\0")) return;
-    for (const Class& entry : server.classes) classes.RemoveTree(ProgId(entry.id));
-    classes.RemoveTree(version);
-    classes.RemoveIfEmpty(root);
+    if (!classes.Has(version + L"\\0")) {
+        for (const Class& entry : server.classes) classes.RemoveTree(ProgId(entry.id));
+        classes.RemoveTree(version);
+        classes.RemoveIfEmpty(root);
+    }
+    // A user who never had a class of his own has not even these.
+    for (const wchar_t* folder : {L"CLSID", L"Interface", L"TypeLib"}) {
+        classes.RemoveIfEmpty(folder);
+    }
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 
 #include <olectl.h>
 
-#include <memory>
-
 #include "ole/registry.h"
 #include "ole/server.h"
 #include "spy.h"
@@ -18,6 +16,37 @@ namespace {
 
 constexpr const wchar_t* ownPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
 constexpr const wchar_t* otherPlatform = sizeof(void*) == 8 ? L"win32" : L"win64";
+
+/// Puts the machine's and the user's part of the registry into a key of the test's own, for this
+/// process, so that tests that run at the same time see nothing of it.
+class PrivateRegistry {
+public:
+    PrivateRegistry() {
+        Redirect(HKEY_LOCAL_MACHINE, L"Machine");
+        Redirect(HKEY_CURRENT_USER, L"User");
+    }
+    ~PrivateRegistry() {
+        RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+        RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
+        RegDeleteTreeW(HKEY_CURRENT_USER, name_.c_str());
+    }
+    PrivateRegistry(const PrivateRegistry&) = delete;
+    PrivateRegistry& operator=(const PrivateRegistry&) = delete;
+
+private:
+    void Redirect(HKEY root, const std::wstring& name) {
+        const std::wstring path = name_ + L"\\" + name;
+        const auto classes = ole::RegistryKey::Create(HKEY_CURRENT_USER, path + classesPath);
+        HKEY key = nullptr;
+        EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_ALL_ACCESS, &key),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(RegOverridePredefKey(root, key), ERROR_SUCCESS);
+        RegCloseKey(key);
+    }
+
+    static constexpr const wchar_t* classesPath = L"\\Software\\Classes";
+    const std::wstring name_ = L"Software\\OrvaneTest" + std::to_wstring(GetCurrentProcessId());
+};
 
 class Registration : public testing::TestWithParam<ole::Scope> {
 protected:
@@ -41,16 +70,13 @@ protected:
     const std::wstring interfaceKey = L"Interface\\" + ole::GuidText(__uuidof(_Spy));
     const std::string path = Utf8(ole::ModulePath());
 
-    static void SetUpTestSuite() { restorer = std::make_unique<RegistryRestorer>(); }
-    static void TearDownTestSuite() { restorer.reset(); }
-    void TearDown() override { ole::Unregister(GetParam()); }
-
     /// What the registry has now and had not before, or the reverse.
-    static std::vector<std::string> Changes() {
-        return restorer->Before().Changes(RegistrySnapshot::OfClasses());
+    std::vector<std::string> Changes() const {
+        return before.Changes(RegistrySnapshot::OfClasses());
     }
 
-    static inline std::unique_ptr<RegistryRestorer> restorer;
+    const PrivateRegistry redirected;
+    const RegistrySnapshot before = RegistrySnapshot::OfClasses();
 };
 
 TEST_P(Registration, WritesWhatFindsTheClass) {
@@ -127,7 +153,6 @@ TEST_P(Registration, OtherVersionOfTheTypeLibraryStays) {
     EXPECT_EQ(ole::Unregister(GetParam()), S_OK);
     EXPECT_EQ(At(other), "other");
     EXPECT_EQ(At(libraryKey), "-");
-    classes.RemoveTree(L"TypeLib\\" + ole::GuidText(LIBID_OleTest));
 }
 
 TEST_P(Registration, ThatFailsTakesBackWhatItWrote) {
