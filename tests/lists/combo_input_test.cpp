@@ -46,13 +46,17 @@ protected:
 };
 
 TEST_F(ComboInput, PickingARowWithTheMouseRaisesClickOnly) {
-    Input input;
-    input.MoveTo(Box(), Arrow()).Click().Wait(300);
+    Input open;
+    open.MoveTo(Box(), Arrow()).Click();
+    ASSERT_TRUE(Play(open));
+    ASSERT_TRUE(PumpUntil([&] { return SendMessageW(Box(), CB_GETDROPPEDSTATE, 0, 0) != 0; }));
     const int rowHeight = static_cast<int>(SendMessageW(Box(), CB_GETITEMHEIGHT, 0, 0));
     RECT client = {};
     GetClientRect(Box(), &client);
-    input.MoveTo(Box(), {30, client.bottom + rowHeight + rowHeight / 2}).Click().Wait(100);
-    ASSERT_TRUE(Play(input));
+    Input pick;
+    pick.MoveTo(Box(), {30, client.bottom + rowHeight + rowHeight / 2}).Wait(100).Click();
+    ASSERT_TRUE(Play(pick));
+    EXPECT_TRUE(PumpUntil([&] { return CurrentRow() == 1; }));
     EXPECT_EQ(CurrentRow(), 1);
     EXPECT_THAT(events.Take(), ElementsAre("Click(\"b2\")"));
     EXPECT_EQ(Selection().Get(), graphs);
