@@ -16,12 +16,14 @@ namespace explorer {
 /// Calls `work` with each object of a collection, until it returns false.
 template <class Work>
 void ForEach(const hosting::LateBound& collection, Work&& work) {
+    const hosting::Ref<IDispatch> object = collection.Get();
+    if (!object) throw hosting::Error(E_POINTER, L"There is no collection to go through.");
     DISPPARAMS none{};
     _variant_t found;
-    hosting::Check(collection.Get()->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
-                                            DISPATCH_PROPERTYGET | DISPATCH_METHOD, &none, &found,
-                                            nullptr, nullptr),
-                   L"enumerating a collection");
+    hosting::Check(
+        object->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
+                       DISPATCH_PROPERTYGET | DISPATCH_METHOD, &none, &found, nullptr, nullptr),
+        L"enumerating a collection");
     const auto enumerator = hosting::Query<IEnumVARIANT>(
         found.vt == VT_UNKNOWN || found.vt == VT_DISPATCH ? found.punkVal : nullptr);
     if (!enumerator) throw hosting::Error(E_NOINTERFACE, L"The object is no collection.");

@@ -14,8 +14,7 @@ namespace explorer {
 namespace {
 
 constexpr wchar_t title[] = L"Orvane Explorer";
-constexpr SIZE startSize{620, 460};
-constexpr int navigatorHeight = 134;
+constexpr SIZE startSize{680, 460};
 constexpr UINT dpiChanged = 0x02E0;  // WM_DPICHANGED came with Windows 8.1.
 
 HICON OwnIcon() {
@@ -71,8 +70,8 @@ void MainWindow::MakePanes() {
         if (hosting::HostedControl* const active = form_->Active()) active->UIDeactivate();
     };
     panes_ = std::make_unique<SplitPane>(Handle(), SplitPane::Direction::aboveEachOther,
-                                         Division::Keeps::first, navigatorHeight,
-                                         std::move(navigator), std::move(logPane));
+                                         Division::Keeps::first, 0, std::move(navigator),
+                                         std::move(logPane));
 }
 
 ErrorHandler MainWindow::Reporter() {

@@ -8,8 +8,7 @@ namespace {
 
 using hosting::LateBound;
 
-/// So many nodes are looked at, for these are in sight when a list opens.
-constexpr int nodesLookedAt = 8;
+constexpr int nodesInSight = 8;
 
 bool IsBuiltIn(const LateBound& metaNode) {
     const std::wstring name = TextOf(metaNode.Get(L"name"));
@@ -43,58 +42,62 @@ Route::Step Find(const LateBound& collection, const LateBound& wanted, Skip&& sk
     return step;
 }
 
-LateBound MetaLinkWithMostLinks(const LateBound& repository) {
-    LateBound best;
-    long most = 0;
-    ForEach(repository.Object(L"MetaLinks"), [&](const LateBound& metaLink) {
-        const long count = CountOf(metaLink.Object(L"Extension"));
-        if (count > most) {
-            most = count;
-            best = metaLink;
-        }
-        return true;
+/// The ends of the search: a node, and the meta link that its links are of.
+struct Found {
+    LateBound node;
+    LateBound metaLink;
+    long links = 0;
+};
+
+/// Compares the first nodes that may have links of a meta link with what was found so far.
+void LookAtFirstNodes(const LateBound& metaLink, Found& found) {
+    const _variant_t name = metaLink.Get(L"name");
+    int looked = 0;
+    ForEach(metaLink.Object(L"source").Object(L"Extension"), [&](const LateBound& node) {
+        const long links = CountOf(node.Object(L"Outgoing_", name));
+        if (links > found.links) found = {node, metaLink, links};
+        return ++looked < nodesInSight;
     });
-    return best;
 }
 
-Route::Step NodeWithMostLinks(const LateBound& metaNode, const _variant_t& metaLinkName) {
-    Route::Step best;
-    long most = -1;
-    int row = 0;
-    ForEach(metaNode.Object(L"Extension"), [&](const LateBound& node) {
-        const long count = CountOf(node.Object(L"Outgoing_", metaLinkName));
-        if (count > most) {
-            most = count;
-            best = {node, row};
-        }
-        // Further down only until there is one with a link at all.
-        return ++row < nodesLookedAt || most == 0;
+Found FindNode(const LateBound& repository) {
+    Found found;
+    LateBound anyLink;
+    ForEach(repository.Object(L"MetaLinks"), [&](const LateBound& metaLink) {
+        const LateBound links = metaLink.Object(L"Extension");
+        if (CountOf(links) == 0) return true;
+        if (!anyLink) anyLink = FirstOf(links).object;
+        LookAtFirstNodes(metaLink, found);
+        return true;
     });
-    return best;
+    if (!found.node && anyLink) return {anyLink.Object(L"source"), anyLink.Object(L"parent"), 1};
+    return found;
+}
+
+/// The first meta node and its first node, for a repository without links.
+Route FirstNode(const LateBound& repository) {
+    Route route;
+    ForEach(repository.Object(L"MetaNodes"), [&route](const LateBound& metaNode) {
+        if (IsBuiltIn(metaNode)) return true;
+        route.metaNode = {metaNode, 0};
+        return false;
+    });
+    if (route.metaNode.object) route.node = FirstOf(route.metaNode.object.Object(L"Extension"));
+    return route;
 }
 
 }  // namespace
 
 Route FindRoute(const LateBound& repository) {
+    const Found found = FindNode(repository);
+    if (!found.node) return FirstNode(repository);
     const auto none = [](const LateBound&) { return false; };
+    const LateBound metaNode = found.node.Object(L"parent");
     Route route;
-    const LateBound metaLink = MetaLinkWithMostLinks(repository);
-    if (!metaLink) {
-        ForEach(repository.Object(L"MetaNodes"), [&route](const LateBound& metaNode) {
-            if (IsBuiltIn(metaNode)) return true;
-            route.metaNode = {metaNode, 0};
-            return false;
-        });
-        if (route.metaNode.object) route.node = FirstOf(route.metaNode.object.Object(L"Extension"));
-        return route;
-    }
-    const LateBound metaNode = metaLink.Object(L"source");
-    const _variant_t metaLinkName = metaLink.Get(L"name");
     route.metaNode = Find(repository.Object(L"MetaNodes"), metaNode, IsBuiltIn);
-    route.metaLink = Find(metaNode.Object(L"Outgoing"), metaLink, none);
-    route.node = NodeWithMostLinks(metaNode, metaLinkName);
-    if (route.node.object)
-        route.link = FirstOf(route.node.object.Object(L"Outgoing_", metaLinkName));
+    route.node = Find(metaNode.Object(L"Extension"), found.node, none);
+    route.metaLink = Find(metaNode.Object(L"Outgoing"), found.metaLink, none);
+    route.link = FirstOf(found.node.Object(L"Outgoing_", found.metaLink.Get(L"name")));
     return route;
 }
 

@@ -17,8 +17,9 @@ struct Route {
     Step link;
 };
 
-/// Finds the meta link with the most links, and among the first of its sources the one with the
-/// most of them. Throws hosting::Error.
+/// Finds the node with the most links along one meta link, among those that are in sight when a
+/// list of nodes opens; where none of them has links, the source of any link. Throws
+/// hosting::Error.
 [[nodiscard]] Route FindRoute(const hosting::LateBound& repository);
 
 }  // namespace explorer

@@ -13,8 +13,8 @@ class SplitPane : public Pane {
 public:
     enum class Direction { aboveEachOther, sideBySide };
 
-    /// `wanted` is the length that `keeps` is about, in pixels at 96 dpi; it keeps it when the
-    /// window's size changes.
+    /// `keeps` says who keeps its length when the window's size changes, and `wanted` how long that
+    /// is at first, in pixels at 96 dpi (0: no longer than needed).
     SplitPane(HWND parent, Direction direction, Division::Keeps keeps, int wanted,
               std::unique_ptr<Pane> first, std::unique_ptr<Pane> second);
 

@@ -43,6 +43,17 @@ bool IsInView(HWND list, int row) {
     return bounds.top >= 0 && bounds.bottom > bounds.top && bounds.bottom <= client.bottom;
 }
 
+/// A window on the screen without title bar and borders, which belong to the user's desktop.
+RECT BoundsWithoutFrame(HWND window) {
+    RECT bounds{};
+    GetClientRect(window, &bounds);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&bounds), 2);
+    MENUBARINFO menu{};
+    menu.cbSize = sizeof menu;
+    if (GetMenuBarInfo(window, OBJID_MENU, 0, &menu)) bounds.top = menu.rcBar.top;
+    return bounds;
+}
+
 }  // namespace
 
 Tour::Tour(MainWindow& window, MessageLoop& loop, std::wstring folder)
@@ -99,9 +110,9 @@ void Tour::BringIntoView(HWND list, int row) {
 
 void Tour::TakePicture(const wchar_t* name) {
     Settle();
-    RECT bounds{};
-    GetWindowRect(window_.Handle(), &bounds);
-    const std::wstring path = folder_ + L"/" + name + L".png";
+    const RECT bounds = BoundsWithoutFrame(window_.Handle());
+    const std::wstring path =
+        (std::filesystem::path(folder_) / (std::wstring(name) + L".png")).wstring();
     SaveScreen(bounds, path);
     pictures_.push_back(path);
 }

@@ -163,10 +163,14 @@ struct ModelMembers {
             return static_cast<IDispatch*>(&As<FakeInstance>(self).Meta());
         });
     }
-    template <FakeCollection& (FakeNode::*links)(const std::string&)>
-    static Member Links(const char* memberName) {
-        return Method(memberName, 1, [](FakeObject& self, Arguments& arguments) -> Value {
-            return static_cast<IDispatch*>(&(As<FakeNode>(self).*links)(arguments.Text(0)));
+    template <FakeNode::Links FakeNode::*links>
+    static Member LinksOf(const char* memberName) {
+        return Method(memberName, 1, [memberName](FakeObject& self, Arguments& arguments) -> Value {
+            const FakeNode::Links& known = As<FakeNode>(self).*links;
+            const std::string metaLink = arguments.Text(0);
+            if (const auto found = known.find(metaLink); found != known.end()) return found->second;
+            // Asking for links that are not there leaves no trace.
+            return FakeNode::NoLinks(self, memberName, metaLink);
         });
     }
 
@@ -175,10 +179,10 @@ struct ModelMembers {
                                            Text<&FakeElement::name>("name"),
                                            GetProperty(),
                                            SetProperty(),
-                                           Links<&FakeNode::Outgoing>("Outgoing_"),
-                                           Links<&FakeNode::Incoming>("Incoming_"),
-                                           Links<&FakeNode::Outgoing>("Outgoing"),
-                                           Links<&FakeNode::Incoming>("Incoming"),
+                                           LinksOf<&FakeNode::outgoing_>("Outgoing_"),
+                                           LinksOf<&FakeNode::incoming_>("Incoming_"),
+                                           LinksOf<&FakeNode::outgoing_>("Outgoing"),
+                                           LinksOf<&FakeNode::incoming_>("Incoming"),
                                            InstanceProperties(),
                                            DynamicProperties(),
                                            ParentIsMeta()};
@@ -331,10 +335,14 @@ void FakeInstance::Forget() {
 FakeNode::FakeNode(FakeRepository& repository, FakeMetaNode& meta, const std::string& id)
     : FakeInstance(repository, meta, id, ModelMembers::Node()) {}
 
+Ref<FakeCollection> FakeNode::NoLinks(const FakeObject& node, const std::string& member,
+                                      const std::string& metaLink) {
+    return FakeCollection::Make(node.Label() + '.' + member + "(\"" + metaLink + "\")", node.Log());
+}
+
 FakeCollection& FakeNode::LinksOf(Links& links, const char* member, const std::string& metaLink) {
     Ref<FakeCollection>& found = links[metaLink];
-    if (!found)
-        found = FakeCollection::Make(Label() + '.' + member + "(\"" + metaLink + "\")", Log());
+    if (!found) found = NoLinks(*this, member, metaLink);
     return *found.Get();
 }
 

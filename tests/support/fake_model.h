@@ -133,7 +133,10 @@ protected:
     void Forget() override;
 
 private:
+    friend struct ModelMembers;
     using Links = std::map<std::string, Ref<FakeCollection>, NameLess>;
+    static Ref<FakeCollection> NoLinks(const FakeObject& node, const std::string& member,
+                                       const std::string& metaLink);
     FakeCollection& LinksOf(Links& links, const char* member, const std::string& metaLink);
     Links outgoing_;
     Links incoming_;

@@ -12,6 +12,7 @@ namespace support {
 /// Tests write and compare texts in UTF-8; the platform wants UTF-16.
 [[nodiscard]] std::wstring Wide(std::string_view utf8);
 [[nodiscard]] std::string Utf8(std::wstring_view text);
+/// Of an automation string, null too. A plain wide pointer would be taken for one: wrap it.
 [[nodiscard]] std::string Utf8(BSTR text);
 
 /// Whether two names are the same for automation, which does not tell case.

@@ -6,6 +6,14 @@
 
 namespace support {
 
+Value::Value(const VARIANT& value) {
+    const HRESULT copied = VariantCopy(this, Source(value));
+    if (copied == DISP_E_BADVARTYPE)
+        Plain() = value;
+    else
+        _com_util::CheckError(copied);
+}
+
 Value::Value(const std::wstring& text) {
     V_BSTR(this) = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
     if (V_BSTR(this) == nullptr) throw std::bad_alloc();
