@@ -2,6 +2,8 @@
 
 #include <olectl.h>
 
+#include <cstring>
+
 #include "ole/error.h"
 
 namespace lists {
@@ -11,6 +13,15 @@ namespace {
 constexpr SIZE newSize = {1935, 315};
 constexpr DISPID clickEvent = 1;
 constexpr DISPID changeEvent = 2;
+
+/// The number that a host passes for an enumeration. It may be any; the enumeration's own type
+/// could not hold it.
+long NumberIn(const LinkObjectT* value) {
+    static_assert(sizeof(LinkObjectT) == sizeof(long));
+    long number = 0;
+    std::memcpy(&number, value, sizeof number);
+    return number;
+}
 
 }  // namespace
 
@@ -65,17 +76,17 @@ HRESULT Combo::SetList_Nodes(IDispatch** mn, BSTR* viewAttr, VARIANT*) {
 }
 
 HRESULT Combo::SetList_Links(IDispatch** ml, BSTR* viewAttr, LinkObjectT* showObject, VARIANT*) {
-    return Run([&] { list_.ListLinks(*ml, *viewAttr, *showObject); });
+    return Run([&] { list_.ListLinks(*ml, *viewAttr, NumberIn(showObject)); });
 }
 
 HRESULT Combo::SetList_Outgoing(IDispatch** ob, IDispatch** ml, BSTR* viewAttr,
                                 LinkObjectT* showObject, VARIANT*) {
-    return Run([&] { list_.ListOutgoing(*ob, *ml, *viewAttr, *showObject); });
+    return Run([&] { list_.ListOutgoing(*ob, *ml, *viewAttr, NumberIn(showObject)); });
 }
 
 HRESULT Combo::SetList_Incoming(IDispatch** ob, IDispatch** ml, BSTR* viewAttr,
                                 LinkObjectT* showObject, VARIANT*) {
-    return Run([&] { list_.ListIncoming(*ob, *ml, *viewAttr, *showObject); });
+    return Run([&] { list_.ListIncoming(*ob, *ml, *viewAttr, NumberIn(showObject)); });
 }
 
 HRESULT Combo::SetBackGroundColor(long* Color, VARIANT*) {

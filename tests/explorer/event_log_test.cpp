@@ -1,8 +1,8 @@
 #include "explorer/event_log.h"
 
-#include "explorer/temporary_folder.h"
 #include "hosting/error.h"
 #include "hosting/file.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ TEST(EventLogTest, TellsOfEachChange) {
 }
 
 TEST(EventLogTest, TheFileHasALineOfFourColumnsForEachEntry) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     EventLog log;
     log.Add(L"Nodes", L"Click", L"before the file");
     log.WriteTo(folder.File(L"log.txt"));
@@ -41,7 +41,7 @@ TEST(EventLogTest, TheFileHasALineOfFourColumnsForEachEntry) {
 }
 
 TEST(EventLogTest, AFileThatCannotBeWrittenIsAnError) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     EventLog log;
     EXPECT_THROW(log.WriteTo(folder.File(L"no such folder\\log.txt")), hosting::Error);
 }

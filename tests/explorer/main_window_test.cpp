@@ -1,12 +1,12 @@
 #include "explorer/main_window.h"
 
 #include "explorer/resources.h"
-#include "explorer/temporary_folder.h"
 #include "explorer/window_fixture.h"
 #include "support/dialog_watcher.h"
 #include "support/input.h"
 #include "support/pump.h"
 #include "support/server.h"
+#include "support/temporary_folder.h"
 
 #include <commctrl.h>
 #include <gmock/gmock.h>
@@ -92,7 +92,7 @@ TEST_F(MainWindowTest, TheStatusLineCountsWhatIsShown) {
 }
 
 TEST_F(MainWindowTest, ASavedRepositoryOpensAgain) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     const std::wstring file = folder.File(L"books.orvane");
     BrowseBooks();
     document.SaveAs(file);
@@ -105,7 +105,7 @@ TEST_F(MainWindowTest, ASavedRepositoryOpensAgain) {
 }
 
 TEST_F(MainWindowTest, AFileThatIsMissingIsAnErrorInABoxAndTheWindowGoesOn) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     support::DialogWatcher watcher;
     watcher.Expect();
     EXPECT_FALSE(window->OpenFiles({folder.File(L"missing.tlb")}));
@@ -118,18 +118,18 @@ TEST_F(MainWindowTest, AFileThatIsMissingIsAnErrorInABoxAndTheWindowGoesOn) {
 }
 
 TEST_F(MainWindowTest, AFileThatIsNoRepositoryLeavesANewOne) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     errors.SetUnattended();
-    WriteAll(folder.File(L"damaged.orvane"), std::string(5000, 'x'));
+    support::WriteFile(folder.File(L"damaged.orvane"), std::string(5000, 'x'));
     EXPECT_FALSE(window->OpenFiles({folder.File(L"damaged.orvane")}));
     EXPECT_EQ(Title(), L"In memory - Orvane Explorer");
     EXPECT_EQ(errors.Count(), 1);
 }
 
 TEST_F(MainWindowTest, OneBadFileDoesNotKeepTheOthersOut) {
-    const TemporaryFolder folder;
+    const support::TemporaryFolder folder;
     errors.SetUnattended();
-    WriteAll(folder.File(L"junk.dll"), "MZ but nothing else");
+    support::WriteFile(folder.File(L"junk.dll"), "MZ but nothing else");
     EXPECT_FALSE(window->OpenFiles({folder.File(L"junk.dll"), LibraryFile()}));
     EXPECT_EQ(errors.Count(), 1);
     EXPECT_EQ(Title(), L"In memory: OrvaneControls.dll - Orvane Explorer");

@@ -1,12 +1,12 @@
 // The program as its user starts it.
 #include "explorer/program.h"
 #include "explorer/picture.h"
-#include "explorer/temporary_folder.h"
 #include "hosting/activation_context.h"
 #include "hosting/file.h"
 #include "hosting/late_bound.h"
 #include "hosting/text.h"
 #include "support/server.h"
+#include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ class ProgramTest : public testing::Test {
 protected:
     /// The lines of the log without their times, "Nodes Click b1".
     std::vector<std::string> Log() const {
-        std::vector<std::string> lines = Lines(hosting::ReadBytes(logFile));
+        std::vector<std::string> lines = support::LinesOf(hosting::ReadBytes(logFile));
         for (std::string& line : lines) {
             line.erase(0, line.find('\t') + 1);
             for (char& letter : line)
@@ -31,12 +31,12 @@ protected:
         }
         return lines;
     }
-    ProgramRun Tour(std::vector<std::wstring> arguments) const {
+    support::ProgramResult Tour(std::vector<std::wstring> arguments) const {
         arguments.insert(arguments.begin(), {L"--pictures", pictures, L"--log", logFile});
         return RunExplorer(arguments);
     }
 
-    TemporaryFolder folder;
+    support::TemporaryFolder folder;
     std::wstring pictures = folder.File(L"pictures");
     std::wstring logFile = folder.File(L"log.txt");
 };
@@ -60,13 +60,13 @@ void MakeRepository(const std::wstring& file) {
 TEST_F(ProgramTest, ATourThroughARepositoryClicksItsWayAndSavesPictures) {
     const std::wstring file = folder.File(L"books.orvane");
     MakeRepository(file);
-    const ProgramRun run = Tour({file});
-    EXPECT_EQ(run.exitCode, 0u) << run.errors;
+    const support::ProgramResult run = Tour({file});
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_EQ(run.errors, "");
     EXPECT_THAT(Log(), ElementsAre(HasSubstr("books.orvane"), "MetaNodes Click Book",
                                    "MetaLinks Click cites", "Nodes Click b2",
                                    "MetaLinks Click cites", "Links Click c1"));
-    const std::vector<std::string> files = Lines(run.output);
+    const std::vector<std::string> files = run.Lines();
     ASSERT_EQ(files.size(), 6u);
     for (const std::string& line : files) {
         const Picture picture = ReadPicture(hosting::FromUtf8(line));
@@ -79,8 +79,8 @@ TEST_F(ProgramTest, ATourThroughARepositoryClicksItsWayAndSavesPictures) {
 TEST_F(ProgramTest, TheTourOpensListsThatTheStartDoesNotShow) {
     const std::wstring file = folder.File(L"books.orvane");
     MakeRepository(file);
-    const ProgramRun run = Tour({file});
-    const std::vector<std::string> files = Lines(run.output);
+    const support::ProgramResult run = Tour({file});
+    const std::vector<std::string> files = run.Lines();
     ASSERT_EQ(files.size(), 6u);
     const auto bytes = [&files](std::size_t index) {
         return hosting::ReadBytes(hosting::FromUtf8(files[index]));
@@ -90,39 +90,40 @@ TEST_F(ProgramTest, TheTourOpensListsThatTheStartDoesNotShow) {
 }
 
 TEST_F(ProgramTest, ATypeLibraryIsImportedAndBrowsed) {
-    const ProgramRun run = Tour({(support::ProgramFolder() / L"OrvaneControls.dll").wstring()});
-    EXPECT_EQ(run.exitCode, 0u) << run.errors;
+    const support::ProgramResult run =
+        Tour({(support::ProgramFolder() / L"OrvaneControls.dll").wstring()});
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_THAT(Log(), Contains(HasSubstr("Import")));
     EXPECT_THAT(Log(), Contains(HasSubstr("Links Click")));
     EXPECT_THAT(Log(), Not(Contains(HasSubstr("Error"))));
 }
 
 TEST_F(ProgramTest, AMissingFileFailsTheTourAndIsNamed) {
-    const ProgramRun run = Tour({folder.File(L"missing.dll")});
-    EXPECT_EQ(run.exitCode, 1u);
+    const support::ProgramResult run = Tour({folder.File(L"missing.dll")});
+    EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.errors, HasSubstr("missing.dll"));
     EXPECT_THAT(Log(), Contains(HasSubstr("Explorer Error Importing")));
 }
 
 TEST_F(ProgramTest, WrongArgumentsAreSaidAndNothingStarts) {
-    const ProgramRun run = RunExplorer({L"--colour"});
-    EXPECT_EQ(run.exitCode, 2u);
+    const support::ProgramResult run = RunExplorer({L"--colour"});
+    EXPECT_EQ(run.exitCode, 2);
     EXPECT_THAT(run.errors, HasSubstr("There is no option --colour."));
     EXPECT_THAT(run.errors, HasSubstr("Usage:"));
     EXPECT_EQ(run.output, "");
 }
 
 TEST_F(ProgramTest, HelpGoesToTheStandardOutput) {
-    const ProgramRun run = RunExplorer({L"--help"});
-    EXPECT_EQ(run.exitCode, 0u);
+    const support::ProgramResult run = RunExplorer({L"--help"});
+    EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output, HasSubstr("Usage: OrvaneExplorer"));
     EXPECT_EQ(run.errors, "");
 }
 
 TEST_F(ProgramTest, ALogThatCannotBeWrittenIsSaidBeforeAnythingElse) {
-    const ProgramRun run =
+    const support::ProgramResult run =
         RunExplorer({L"--pictures", pictures, L"--log", folder.File(L"no such folder\\log.txt")});
-    EXPECT_EQ(run.exitCode, 1u);
+    EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.errors, HasSubstr("cannot be written"));
 }
 

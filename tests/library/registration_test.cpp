@@ -3,6 +3,7 @@
 
 #include "library_fixture.h"
 #include "support/late_bound.h"
+#include "support/program_run.h"
 
 using namespace support;
 using testing::IsEmpty;
@@ -11,21 +12,10 @@ using testing::Not;
 namespace {
 
 /// Runs `regsvr32 arguments "library"` and answers its exit code.
-DWORD Regsvr32(const std::wstring& arguments, const std::filesystem::path& library) {
-    std::wstring command = L"regsvr32.exe /s " + arguments + L" \"" + library.wstring() + L"\"";
-    STARTUPINFOW start = {};
-    start.cb = sizeof(start);
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &start, &process)) {
-        return GetLastError();
-    }
-    WaitForSingleObject(process.hProcess, 60000);
-    DWORD code = STILL_ACTIVE;
-    GetExitCodeProcess(process.hProcess, &code);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return code;
+int Regsvr32(std::vector<std::wstring> arguments, const std::filesystem::path& library) {
+    arguments.insert(arguments.begin(), L"/s");
+    arguments.push_back(library.wstring());
+    return RunProgram(SystemFolder() / "regsvr32.exe", arguments).exitCode;
 }
 
 class LibraryRegistration : public UnregisteredLibrary {
@@ -75,12 +65,12 @@ TEST_F(LibraryRegistration, ForThePresentUserWritesToTheUsersKeysOnlyAndIsTakenB
 }
 
 TEST_F(LibraryRegistration, SystemsProgramRegistersInBothWays) {
-    EXPECT_EQ(Regsvr32(L"", server.Path()), 0u);
+    EXPECT_EQ(Regsvr32({}, server.Path()), 0);
     EXPECT_NE(At(HKEY_LOCAL_MACHINE, L"OrvaneControls.Combo"), "-");
-    EXPECT_EQ(Regsvr32(L"/u", server.Path()), 0u);
-    EXPECT_EQ(Regsvr32(L"/n /i:user", server.Path()), 0u);
+    EXPECT_EQ(Regsvr32({L"/u"}, server.Path()), 0);
+    EXPECT_EQ(Regsvr32({L"/n", L"/i:user"}, server.Path()), 0);
     EXPECT_NE(At(HKEY_CURRENT_USER, L"OrvaneControls.Combo"), "-");
-    EXPECT_EQ(Regsvr32(L"/u /n /i:user", server.Path()), 0u);
+    EXPECT_EQ(Regsvr32({L"/u", L"/n", L"/i:user"}, server.Path()), 0);
     EXPECT_THAT(clean.Changes(RegistrySnapshot::OfClasses()), IsEmpty());
 }
 

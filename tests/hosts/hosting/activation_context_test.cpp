@@ -5,6 +5,7 @@
 #include "hosting/file.h"
 #include "hosting/late_bound.h"
 #include "hosts/hosting/double_form.h"
+#include "support/temporary_folder.h"
 
 #include <array>
 #include <fstream>
@@ -18,28 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder of its own for one test.
-class ScratchFolder {
-public:
-    ScratchFolder()
-        : path_(fs::temp_directory_path() /
-                ("orvane-hosts-" + std::to_string(GetCurrentProcessId()))) {
-        fs::remove_all(path_);
-        fs::create_directories(path_);
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    [[nodiscard]] fs::path operator/(const char* name) const { return path_ / name; }
-
-private:
-    fs::path path_;
-};
-
 TEST(ActivationContextTest, ClassesAreThereWhileItLives) {
     EXPECT_THROW(static_cast<void>(hosting::FindClass(L"HostDouble.Control")), Error);
     {
@@ -50,7 +29,7 @@ TEST(ActivationContextTest, ClassesAreThereWhileItLives) {
 }
 
 TEST(ActivationContextTest, TheFolderNeedNotBeTheProgramsOwn) {
-    const ScratchFolder folder;
+    const support::TemporaryFolder folder;
     const fs::path here = DoubleManifest().parent_path();
     // Other names, so that the DLL beside the program cannot be the one that is found.
     fs::copy_file(here / "HostDouble.dll", folder / "Elsewhere.dll");
@@ -88,7 +67,7 @@ TEST(ActivationContextTest, TheProgramsThemedCommonControlsStayActive) {
 }
 
 TEST(ActivationContextTest, AMissingOrDamagedManifestIsAnError) {
-    const ScratchFolder folder;
+    const support::TemporaryFolder folder;
     EXPECT_THROW(ActivationContext({folder / "none.manifest"}), Error);
     std::ofstream(folder / "bad.manifest") << "<assembly";
     EXPECT_THROW(ActivationContext({folder / "bad.manifest"}), Error);

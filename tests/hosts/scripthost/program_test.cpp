@@ -138,11 +138,11 @@ TEST(ScriptHostTest, TheFilesEncodingIsRecognised) {
 TEST(ScriptHostTest, AWrongCommandLineShowsTheUsage) {
     for (const auto& arguments : std::vector<std::vector<std::wstring>>{
              {}, {L"--unknown", L"x.vbs"}, {L"--timeout", L"soon", L"x.vbs"}, {L"--manifest"}}) {
-        const auto result = RunProgram(arguments);
+        const auto result = RunScriptHost(arguments);
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_THAT(result.errors, HasSubstr("Usage: orvane-scripthost"));
     }
-    EXPECT_THAT(RunProgram({L"none.vbs"}).errors, HasSubstr("none.vbs"));
+    EXPECT_THAT(RunScriptHost({L"none.vbs"}).errors, HasSubstr("none.vbs"));
     EXPECT_EQ(ScriptRun("text.txt", "x").Run().exitCode, 2);
 }
 
