@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace bench {
+
+/// The shortest time, in seconds, that one of `rounds` runs of `work` took; `after` puts things
+/// back and is not measured.
+double Best(int rounds, const std::function<void()>& work, const std::function<void()>& after = {});
+
+/// The shortest times of two ways to do the same, which take turns so that both meet the same
+/// machine.
+struct Times {
+    double ours;
+    double theirs;
+    double Ratio() const { return ours / theirs; }
+};
+Times Compare(int rounds, const std::function<void()>& ours, const std::function<void()>& theirs,
+              const std::function<void()>& after = {});
+
+/// Prints each figure as a ratio with its limit: `name 1.07 1.15 ok`.
+class Figures {
+public:
+    void Add(const std::string& name, double ratio, double limit);
+
+    /// 0 when no limit was passed.
+    int ExitCode() const { return passed_ ? 1 : 0; }
+
+private:
+    bool passed_ = false;
+};
+
+}  // namespace bench

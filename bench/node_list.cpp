@@ -1,0 +1,125 @@
+#include "node_list.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+namespace bench {
+
+namespace {
+
+using Nodes = std::vector<hosting::Ref<IDispatch>>;
+
+class NodeEnumerator final : public hosting::ComClass<IEnumVARIANT> {
+public:
+    explicit NodeEnumerator(std::shared_ptr<const Nodes> nodes) : nodes_(std::move(nodes)) {}
+
+    STDMETHODIMP Next(ULONG count, VARIANT* elements, ULONG* fetched) override {
+        ULONG given = 0;
+        for (; given < count && next_ < nodes_->size(); ++given, ++next_) {
+            V_VT(&elements[given]) = VT_DISPATCH;
+            (*nodes_)[next_].CopyTo(&V_DISPATCH(&elements[given]));
+        }
+        if (fetched != nullptr) *fetched = given;
+        return given == count ? S_OK : S_FALSE;
+    }
+    STDMETHODIMP Skip(ULONG) override { return E_NOTIMPL; }
+    STDMETHODIMP Reset() override {
+        next_ = 0;
+        return S_OK;
+    }
+    STDMETHODIMP Clone(IEnumVARIANT**) override { return E_NOTIMPL; }
+
+private:
+    std::shared_ptr<const Nodes> nodes_;
+    std::size_t next_ = 0;
+};
+
+class NodeCollection final : public LateBoundObject {
+public:
+    explicit NodeCollection(std::size_t count) {
+        auto nodes = std::make_shared<Nodes>();
+        for (std::size_t i = 0; i < count; ++i) {
+            nodes->push_back(hosting::Make<Node>(L"Node " + std::to_wstring(i)));
+        }
+        nodes_ = std::move(nodes);
+    }
+
+private:
+    HRESULT Answer(DISPID id, const DISPPARAMS&, VARIANT& result) override {
+        if (id != DISPID_NEWENUM) return DISP_E_MEMBERNOTFOUND;
+        V_VT(&result) = VT_UNKNOWN;
+        V_UNKNOWN(&result) = hosting::Make<NodeEnumerator>(nodes_).Detach();
+        return S_OK;
+    }
+
+    std::shared_ptr<const Nodes> nodes_;
+};
+
+HRESULT AnswerText(const std::wstring& text, VARIANT& result) {
+    V_VT(&result) = VT_BSTR;
+    V_BSTR(&result) = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    return S_OK;
+}
+
+}  // namespace
+
+HRESULT LateBoundObject::GetTypeInfoCount(UINT* count) {
+    *count = 0;
+    return S_OK;
+}
+
+HRESULT LateBoundObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
+    *info = nullptr;
+    return DISP_E_BADINDEX;
+}
+
+HRESULT LateBoundObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+    constexpr std::array<std::pair<const wchar_t*, DISPID>, 4> known = {{
+        {L"Extension", extension},
+        {L"GetProperty", getProperty},
+        {L"name", name},
+        {L"identifier", identifier},
+    }};
+    if (count != 1) return DISP_E_UNKNOWNNAME;
+    const auto found = std::find_if(known.begin(), known.end(), [&](const auto& each) {
+        return _wcsicmp(each.first, names[0]) == 0;
+    });
+    if (found == known.end()) return DISP_E_UNKNOWNNAME;
+    ids[0] = found->second;
+    return S_OK;
+}
+
+HRESULT LateBoundObject::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters,
+                                VARIANT* result, EXCEPINFO*, UINT*) {
+    VARIANT answer = {};
+    const HRESULT answered = Answer(id, *parameters, result != nullptr ? *result : answer);
+    if (result == nullptr) VariantClear(&answer);
+    return answered;
+}
+
+HRESULT Node::Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) {
+    switch (id) {
+        case getProperty:
+            if (parameters.cArgs != 1 || V_VT(&parameters.rgvarg[0]) != VT_BSTR ||
+                _wcsicmp(V_BSTR(&parameters.rgvarg[0]), L"Name") != 0) {
+                return E_INVALIDARG;
+            }
+            [[fallthrough]];
+        case name:
+        case identifier:
+            return AnswerText(name_, result);
+        default:
+            return DISP_E_MEMBERNOTFOUND;
+    }
+}
+
+MetaNode::MetaNode(std::size_t count) : nodes_(hosting::Make<NodeCollection>(count)) {}
+
+HRESULT MetaNode::Answer(DISPID id, const DISPPARAMS&, VARIANT& result) {
+    if (id != extension) return DISP_E_MEMBERNOTFOUND;
+    V_VT(&result) = VT_DISPATCH;
+    return nodes_.CopyTo(&V_DISPATCH(&result));
+}
+
+}  // namespace bench

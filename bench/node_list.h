@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hosting/com_class.h"
+#include "hosting/ref.h"
+
+namespace bench {
+
+/// The cheapest late-bound object there can be: without type information, with a few names.
+class LateBoundObject : public hosting::ComClass<IDispatch> {
+public:
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo** info) override;
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
+                        EXCEPINFO*, UINT*) override;
+
+protected:
+    /// What a member gives; the caller owns it.
+    virtual HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) = 0;
+
+    enum Member : DISPID { extension = 1, getProperty, name, identifier };
+};
+
+/// A node whose property "Name" is its name.
+class Node final : public LateBoundObject {
+public:
+    explicit Node(std::wstring called) : name_(std::move(called)) {}
+
+private:
+    HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) override;
+
+    std::wstring name_;
+};
+
+/// A meta node with `count` nodes in its extension.
+class MetaNode final : public LateBoundObject {
+public:
+    explicit MetaNode(std::size_t count);
+
+private:
+    HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) override;
+
+    hosting::Ref<IDispatch> nodes_;
+};
+
+}  // namespace bench
