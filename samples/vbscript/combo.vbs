@@ -42,6 +42,9 @@ On Error Resume Next
 combo.SetList_Nodes book, "Colour"
 Show "unknown property", Err.Source
 Err.Clear
+combo.SetList_Nodes book
+Show "without a property", Err.Number <> 0
+Err.Clear
 combo.SetList_Nodes Nothing, "Name"
 Show "no meta node", Err.Source
 On Error GoTo 0

@@ -22,7 +22,7 @@ TEST(ComboSample, InAWindowShowsSelectionsAndEvents) {
         result.Lines(),
         ElementsAre("no row is current: True", "Click: b2", "selected node: On Graphs", "Click: c1",
                     "selected link: builds on", "unknown property: OrvaneRepository.Node",
-                    "no meta node: OrvaneControls.Combo"));
+                    "without a property: True", "no meta node: OrvaneControls.Combo"));
 }
 
 TEST(ComboSample, RunsUnderTheSystemsScriptHostWithoutEvents) {
@@ -33,7 +33,7 @@ TEST(ComboSample, RunsUnderTheSystemsScriptHostWithoutEvents) {
     EXPECT_THAT(result.Lines(),
                 ElementsAre("no row is current: True", "selected node: On Graphs",
                             "selected link: builds on", "unknown property: OrvaneRepository.Node",
-                            "no meta node: OrvaneControls.Combo"));
+                            "without a property: True", "no meta node: OrvaneControls.Combo"));
 }
 
 }  // namespace
