@@ -1,23 +1,6 @@
-# orvane_sqlite: SQLite as a static library, from the amalgamation (sqlite3.c and sqlite3.h) that
-# script/bootstrap fetched, or from the folder in ORVANE_SQLITE_DIR.
+# orvane_sqlite: SQLite as a static library, from the amalgamation (sqlite3.c and sqlite3.h).
 block()
-set(sqlite ${ORVANE_SQLITE_DIR})
-if(NOT sqlite)
-  # Not kept as a default value: another version or another cache folder has to be seen.
-  set_property(DIRECTORY ${CMAKE_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
-    script/lib/sqlite.sh)
-  file(STRINGS ${CMAKE_SOURCE_DIR}/script/lib/sqlite.sh version REGEX "^sqlite_version=")
-  string(REPLACE "sqlite_version=" "" version "${version}")
-  set(cache "$ENV{XDG_CACHE_HOME}")
-  if(NOT cache)
-    set(cache "$ENV{HOME}/.cache")
-  endif()
-  set(sqlite "${cache}/orvane-controls/sqlite-${version}")
-endif()
-if(NOT EXISTS ${sqlite}/sqlite3.c)
-  message(FATAL_ERROR "${sqlite}/sqlite3.c is missing: run script/bootstrap")
-endif()
-
+orvane_sources(sqlite sqlite)
 add_library(orvane_sqlite STATIC ${sqlite}/sqlite3.c)
 target_include_directories(orvane_sqlite SYSTEM PUBLIC ${sqlite})
 target_compile_definitions(orvane_sqlite PRIVATE
