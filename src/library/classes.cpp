@@ -3,6 +3,8 @@
 
 #include "library/resources.h"
 #include "lists/combo.h"
+#include "lists/descriptors.h"
+#include "lists/list_view.h"
 #include "ole/server.h"
 
 namespace {
@@ -14,6 +16,9 @@ constexpr DWORD controlStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSI
 
 constexpr ole::Class classes[] = {
     {CLSID_Combo, ole::MakeClass<lists::Combo>, comboToolboxBitmap, controlStatus},
+    {CLSID_IconCondition, ole::MakeClass<lists::IconCondition>},
+    {CLSID_ListCallback, ole::MakeClass<lists::ListCallback>},
+    {CLSID_ListView, ole::MakeClass<lists::ListView>, listViewToolboxBitmap, controlStatus},
 };
 
 }  // namespace

@@ -4,3 +4,4 @@
 // by 16.
 #define themeManifest 2
 #define comboToolboxBitmap 101
+#define listViewToolboxBitmap 102

@@ -2,8 +2,7 @@
 
 #include <olectl.h>
 
-#include <cstring>
-
+#include "lists/link_end.h"
 #include "ole/error.h"
 
 namespace lists {
@@ -13,15 +12,6 @@ namespace {
 constexpr SIZE newSize = {1935, 315};
 constexpr DISPID clickEvent = 1;
 constexpr DISPID changeEvent = 2;
-
-/// The number that a host passes for an enumeration. It may be any; the enumeration's own type
-/// could not hold it.
-long NumberIn(const LinkObjectT* value) {
-    static_assert(sizeof(LinkObjectT) == sizeof(long));
-    long number = 0;
-    std::memcpy(&number, value, sizeof number);
-    return number;
-}
 
 }  // namespace
 

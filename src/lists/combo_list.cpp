@@ -3,17 +3,13 @@
 #include <climits>
 #include <utility>
 
+#include "lists/built_in.h"
 #include "ole/error.h"
 #include "ole/text.h"
 
 namespace lists {
 
 namespace {
-
-bool IsBuiltIn(const _bstr_t& name) {
-    return name == _bstr_t(L"MetaNode") || name == _bstr_t(L"MetaLink") ||
-           name == _bstr_t(L"MetaProperty");
-}
 
 const wchar_t* Shown(const _bstr_t& text) {
     const wchar_t* characters = text;

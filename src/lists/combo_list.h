@@ -2,13 +2,11 @@
 
 #include <comdef.h>
 
+#include "lists/link_end.h"
 #include "lists/numbered_objects.h"
 #include "ole/object.h"
 
 namespace lists {
-
-/// The end of a link whose text a row shows. The numbers are the interface's.
-enum LinkEnd : long { sourceEnd = 0, linkItself = 1, targetEnd = 2 };
 
 /// The rows that a combo list writes to: a box of texts with a number each.
 class RowBox {

@@ -18,6 +18,20 @@ _bstr_t ToBstr(BSTR text) {
     return _bstr_t(text, true);
 }
 
+_bstr_t ToBstr(std::wstring_view text) {
+    const BSTR copy = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    if (copy == nullptr) Check(E_OUTOFMEMORY);
+    return _bstr_t(copy, false);
+}
+
+std::wstring_view ViewOf(BSTR text) {
+    return text == nullptr ? std::wstring_view() : std::wstring_view(text, SysStringLen(text));
+}
+
+std::wstring_view ViewOf(const _bstr_t& text) {
+    return text.length() == 0 ? std::wstring_view() : std::wstring_view(text, text.length());
+}
+
 HRESULT ChangeType(VARIANT& to, const VARIANT& from, VARTYPE type) noexcept {
     return VariantChangeTypeEx(&to, const_cast<VARIANT*>(&from), LOCALE_USER_DEFAULT,
                                VARIANT_ALPHABOOL, type);

@@ -12,6 +12,17 @@ std::wstring ToWide(const _bstr_t& text);
 /// A copy of a text, zeros included. (_bstr_t's own conversion from a BSTR ends at the first zero.)
 _bstr_t ToBstr(BSTR text);
 
+_bstr_t ToBstr(std::wstring_view text);
+
+/// The characters of a text, zeros included, while it lives.
+std::wstring_view ViewOf(BSTR text);
+std::wstring_view ViewOf(const _bstr_t& text);
+
+/// A truth value of the interfaces.
+constexpr VARIANT_BOOL ToFlag(bool flag) {
+    return flag ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
 /// The platform's conversion, in the user's locale, booleans as words. The result is a DISP_E_...
 /// code.
 HRESULT ChangeType(VARIANT& to, const VARIANT& from, VARTYPE type) noexcept;

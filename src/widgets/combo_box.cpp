@@ -8,25 +8,13 @@
 #include "ole/error.h"
 #include "ole/server.h"
 #include "ole/theme.h"
+#include "widgets/raised.h"
 
 namespace widgets {
 
 namespace {
 
 constexpr int rowsShown = 8;
-
-/// Sets a flag for a moment.
-class Raised {
-public:
-    explicit Raised(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
-    ~Raised() { flag_ = before_; }
-
-private:
-    bool& flag_;
-    bool before_;
-};
 
 }  // namespace
 

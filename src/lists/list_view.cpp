@@ -1,0 +1,553 @@
+#include "lists/list_view.h"
+
+#include <olectl.h>
+
+#include <cmath>
+
+#include "lists/link_end.h"
+#include "ole/automation_collection.h"
+#include "ole/error.h"
+#include "ole/text.h"
+#include "ole/units.h"
+#include "widgets/drag_source.h"
+
+namespace lists {
+
+namespace {
+
+constexpr SIZE newSize = {4500, 3000};
+
+constexpr DISPID clickEvent = 1;
+constexpr DISPID rightClickEvent = 2;
+constexpr DISPID doubleClickEvent = 3;
+constexpr DISPID completeDragEvent = 4;
+constexpr DISPID dropEvent = 5;
+constexpr DISPID dragOverEvent = 6;
+constexpr DISPID startDragEvent = 7;
+constexpr DISPID feedbackEvent = 8;
+
+using Objects = ole::AutomationCollection<_Collection, CLSID_Collection>;
+
+double NumberOf(BSTR text) {
+    VARIANT given = {};
+    V_VT(&given) = VT_BSTR;
+    V_BSTR(&given) = text;
+    _variant_t number;
+    ole::Check(ole::ChangeType(number, given, VT_R8));
+    return V_R8(&number);
+}
+
+/// A size of small or large icons at the control's resolution, in pixels.
+int IconSize(int atNormal, int dpi) {
+    return MulDiv(atNormal, dpi, 96);
+}
+
+/// A variable of an event's that the host may change.
+VARIANT ByReference(long& number) {
+    VARIANT argument = {};
+    V_VT(&argument) = VT_I4 | VT_BYREF;
+    V_I4REF(&argument) = &number;
+    return argument;
+}
+
+VARIANT ByReference(VARIANT_BOOL& flag) {
+    VARIANT argument = {};
+    V_VT(&argument) = VT_BOOL | VT_BYREF;
+    V_BOOLREF(&argument) = &flag;
+    return argument;
+}
+
+/// An object for the host, which may put another one in its place.
+class ObjectVariable {
+public:
+    explicit ObjectVariable(const ole::Object& object) : object_(object.Get()) {}
+    VARIANT ByReference() {
+        VARIANT argument = {};
+        V_VT(&argument) = VT_DISPATCH | VT_BYREF;
+        V_DISPATCHREF(&argument) = object_.GetAddressOf();
+        return argument;
+    }
+
+private:
+    ole::Ref<IDispatch> object_;
+};
+
+}  // namespace
+
+ListView::ListView()
+    : ControlObject(newSize),
+      objects_(*this),
+      home_(std::make_shared<RowHome>(RowHome{&rows_, &images_})) {
+    rows_.onClick = [this](const widgets::RowPtr& row) { RaiseOfRow(clickEvent, row); };
+    rows_.onRightClick = [this] { RaiseOfRow(rightClickEvent, rows_.Current()); };
+    rows_.onDoubleClick = [this] { RaiseOfRow(doubleClickEvent, rows_.Current()); };
+    rows_.onBeginDrag = [this] { OnBeginDrag(); };
+    rows_.onFocus = [this](bool focused) { FocusChanged(focused); };
+    dropTarget_.onOver = [this] { Fire(dragOverEvent, nullptr, 0); };
+    dropTarget_.onDrop = [this](POINT screen, DWORD& effect) { OnDrop(screen, effect); };
+}
+
+ListView::~ListView() {
+    *home_ = {};
+}
+
+HRESULT ListView::AddColumn(BSTR* name, BSTR* Property, BSTR* width, VARIANT*) {
+    return Run(
+        [&] { objects_.AddColumn(ole::ToBstr(*name), ole::ToBstr(*Property), NumberOf(*width)); });
+}
+
+HRESULT ListView::AddLinkColumn(BSTR* name, BSTR* Property, LinkObjectT* FromObject, long* width,
+                                VARIANT*) {
+    return Run([&] {
+        objects_.AddColumn(ole::ToBstr(*name), ole::ToBstr(*Property), *width,
+                           NumberIn(FromObject));
+    });
+}
+
+HRESULT ListView::AddIcon(BSTR* name, BSTR* smallIconPath, BSTR* iconPath, VARIANT*) {
+    return Run([&] {
+        objects_.SetIconsAdded();
+        const int dpi = Dpi();
+        const std::wstring small(ole::ViewOf(*smallIconPath));
+        const std::wstring large(ole::ViewOf(*iconPath));
+        AddImages(*name, widgets::Picture::FromFile(small, IconSize(16, dpi)),
+                  widgets::Picture::FromFile(large.empty() ? small : large, IconSize(32, dpi)));
+    });
+}
+
+HRESULT ListView::AddIconPicture(BSTR* name, IDispatch** smallIcon, VARIANT* icon, VARIANT*) {
+    return Run([&] {
+        objects_.SetIconsAdded();
+        const bool omitted = V_VT(icon) == VT_ERROR && V_ERROR(icon) == DISP_E_PARAMNOTFOUND;
+        const ole::Object large = omitted ? ole::Object() : ole::Object::From(*icon);
+        AddImages(*name, widgets::Picture(*smallIcon),
+                  widgets::Picture(large ? large.Get() : *smallIcon));
+    });
+}
+
+HRESULT ListView::AddIconCondition(BSTR* name, BSTR* Property, BSTR* Value, LinkObjectT* FromObject,
+                                   VARIANT*) {
+    return Run([&] {
+        objects_.AddCondition(ole::ToBstr(*name), ole::ToBstr(*Property), ole::ToBstr(*Value),
+                              NumberIn(FromObject));
+    });
+}
+
+HRESULT ListView::get_View(short* value) {
+    return Run([&] { *value = static_cast<short>(rows_.GetView()); });
+}
+
+HRESULT ListView::put_View(short* value) {
+    return Run([&] {
+        if (*value < 0 || *value > static_cast<short>(widgets::RowList::View::report)) {
+            ole::Throw(ole::Number::invalidPropertyValue);
+        }
+        List().SetView(static_cast<widgets::RowList::View>(*value));
+    });
+}
+
+HRESULT ListView::get_Checkboxes(VARIANT_BOOL* value) {
+    return Run([&] { *value = ole::ToFlag(rows_.HasCheckBoxes()); });
+}
+
+HRESULT ListView::put_Checkboxes(VARIANT_BOOL* value) {
+    return Run([&] { List().SetCheckBoxes(*value != VARIANT_FALSE); });
+}
+
+HRESULT ListView::put_HideColumnHeaders(VARIANT_BOOL* value) {
+    return Run([&] { List().HideHeaders(*value != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_MetaNodes(IDispatch** rep, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListMetaNodes(*rep, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_MetaLinks(IDispatch** rep, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListMetaLinks(*rep, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_Incoming_MetaLinks(IDispatch** metaNode, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListIncomingMetaLinks(*metaNode, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_Outgoing_MetaLinks(IDispatch** metaNode, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListOutgoingMetaLinks(*metaNode, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_MetaAttributes(IDispatch** metaNode, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListMetaAttributes(*metaNode, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_Nodes(IDispatch** mn, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListNodes(*mn, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_Links(IDispatch** ml, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListLinks(*ml, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_Outgoing(IDispatch** ob, IDispatch** ml, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListOutgoing(*ob, *ml, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::SetList_Incoming(IDispatch** ob, IDispatch** ml, VARIANT_BOOL* all, VARIANT*) {
+    return Fill([&] { objects_.ListIncoming(*ob, *ml, *all != VARIANT_FALSE); });
+}
+
+HRESULT ListView::AddMetaNode(IDispatch** mn, VARIANT*) {
+    return Fill([&] { objects_.AddMetaObject(*mn); });
+}
+
+HRESULT ListView::AddNode(IDispatch** n, VARIANT*) {
+    return Fill([&] { objects_.AddNode(*n); });
+}
+
+HRESULT ListView::AddLink(IDispatch** l, VARIANT*) {
+    return Fill([&] { objects_.AddLink(*l); });
+}
+
+HRESULT ListView::AddEntry(IDispatch** ob, VARIANT*) {
+    return Fill([&] { objects_.AddEntry(*ob); });
+}
+
+HRESULT ListView::DeleteEntry(IDispatch** ob, VARIANT*) {
+    return Run([&] { objects_.DeleteEntry(*ob); });
+}
+
+HRESULT ListView::UpdateEntry(IDispatch** ob, VARIANT*) {
+    return Run([&] { objects_.UpdateEntry(*ob); });
+}
+
+HRESULT ListView::Clear() {
+    return Run([&] { RemoveRows(); });
+}
+
+HRESULT ListView::Refresh() {
+    return Fill([&] { objects_.Refresh(); });
+}
+
+HRESULT ListView::SetBackGroundColor(long* Color, VARIANT*) {
+    return Run([&] {
+        COLORREF translated = 0;
+        if (FAILED(OleTranslateColor(static_cast<OLE_COLOR>(*Color), nullptr, &translated))) {
+            ole::Throw(ole::Number::invalidPropertyValue);
+        }
+        background_ = translated;
+        List().SetColors(Container().ForeColor(), translated);
+    });
+}
+
+HRESULT ListView::Create() {
+    return Run([&] {
+        RemoveRows();
+        List().RemoveColumns();
+        List().SetImages(nullptr);
+        images_.Clear();
+        imagesAttached_ = false;
+        dragAllowed_ = false;
+        dropAllowed_ = false;
+        objects_.Reset();
+    });
+}
+
+HRESULT ListView::Destroy() {
+    return Run([&] {
+        RemoveRows();
+        objects_.LetGo();
+    });
+}
+
+HRESULT ListView::get_selection(IDispatch** object) {
+    return Run([&] { ole::Ref<IDispatch>(ObjectOf(List().Current()).Get()).CopyTo(object); });
+}
+
+HRESULT ListView::put_selection(IDispatch** object) {
+    return Run([&] {
+        try {
+            const _bstr_t key = objects_.KeyOf(*object);
+            List().MakeCurrent(*FindRow(ole::ViewOf(key)));
+        } catch (...) {
+            MessageBoxW(OuterWindow(), L"TODO: bug in navigation", L"OrvaneControls", MB_OK);
+        }
+    });
+}
+
+HRESULT ListView::putref_selection(IDispatch** object) {
+    return put_selection(object);
+}
+
+HRESULT ListView::GetItems(_Collection** objects) {
+    return Collect(objects, [](const widgets::Row&) { return true; });
+}
+
+HRESULT ListView::GetSelectedItems(_Collection** objects) {
+    return Collect(objects, [this](const widgets::Row& row) { return rows_.IsSelected(row); });
+}
+
+HRESULT ListView::GetNonSelectedItems(_Collection** objects) {
+    return Collect(objects, [this](const widgets::Row& row) { return !rows_.IsSelected(row); });
+}
+
+HRESULT ListView::GetCheckedItems(_Collection** objects) {
+    return Collect(objects, [](const widgets::Row& row) { return row.checked; });
+}
+
+HRESULT ListView::GetNonCheckedItems(_Collection** objects) {
+    return Collect(objects, [](const widgets::Row& row) { return !row.checked; });
+}
+
+HRESULT ListView::CheckAll(VARIANT*) {
+    return Run([&] { List().CheckAll(true); });
+}
+
+HRESULT ListView::UncheckAll(VARIANT*) {
+    return Run([&] { List().CheckAll(false); });
+}
+
+HRESULT ListView::SelectAll(VARIANT*) {
+    return Run([&] { List().SelectAll(true); });
+}
+
+HRESULT ListView::DeselectAll(VARIANT*) {
+    return Run([&] { List().SelectAll(false); });
+}
+
+HRESULT ListView::get_Mode(Mode* value) {
+    return Run([&] { *value = static_cast<Mode>(objects_.ListedKind()); });
+}
+
+HRESULT ListView::get_dragAllowed(VARIANT_BOOL* value) {
+    return Run([&] { *value = ole::ToFlag(dragAllowed_); });
+}
+
+HRESULT ListView::put_dragAllowed(VARIANT_BOOL* value) {
+    return Run([&] { drags_ = dragAllowed_ = *value != VARIANT_FALSE; });
+}
+
+HRESULT ListView::get_dropAllowed(VARIANT_BOOL* value) {
+    return Run([&] { *value = ole::ToFlag(dropAllowed_); });
+}
+
+HRESULT ListView::put_dropAllowed(VARIANT_BOOL* value) {
+    return Run([&] {
+        if (*value != VARIANT_FALSE)
+            dropTarget_.Open(List().Handle());
+        else
+            dropTarget_.Close();
+        dropAllowed_ = *value != VARIANT_FALSE;
+    });
+}
+
+HRESULT ListView::get_CallbackObject(IDispatch** object) {
+    return Run([&] { ole::Ref<IDispatch>(objects_.Callback().Get()).CopyTo(object); });
+}
+
+HRESULT ListView::put_CallbackObject(IDispatch** object) {
+    return Run([&] { objects_.SetCallback(*object); });
+}
+
+HRESULT ListView::putref_CallbackObject(IDispatch** object) {
+    return put_CallbackObject(object);
+}
+
+HRESULT ListView::get_Enabled(VARIANT_BOOL* value) {
+    return Run([&] { *value = ole::ToFlag(enabled_); });
+}
+
+HRESULT ListView::put_Enabled(VARIANT_BOOL* value) {
+    return Run([&] {
+        enabled_ = *value != VARIANT_FALSE;
+        EnableWindow(List().Handle(), enabled_);
+    });
+}
+
+void ListView::Draw(HDC context, const RECT& bounds) {
+    List().Draw(context, bounds);
+}
+
+bool ListView::UsesKey(const MSG& message) {
+    return rows_.UsesKey(message);
+}
+
+HWND ListView::FocusWindow() {
+    return List().Handle();
+}
+
+void ListView::CreateInner(HWND outer) {
+    rows_.Create(outer);
+}
+
+void ListView::Arrange(SIZE size) {
+    rows_.SetSize(size);
+}
+
+void ListView::AmbientChanged() {
+    rows_.SetFont(Container().Font(Dpi()));
+    rows_.SetColors(Container().ForeColor(), background_.value_or(GetSysColor(COLOR_WINDOW)));
+}
+
+bool ListView::OnInnerMessage(UINT message, WPARAM wide, LPARAM large, LRESULT& answer) {
+    const std::optional<LRESULT> answered = rows_.OnParentMessage(message, wide, large);
+    if (answered) answer = *answered;
+    return answered.has_value();
+}
+
+widgets::RowPtr ListView::AddRow(std::wstring_view key) {
+    widgets::RowPtr row = rows_.Add(key);
+    if (!row) ole::Throw(ole::Number::keyNotUnique);
+    return row;
+}
+
+widgets::RowPtr ListView::FindRow(std::wstring_view key) {
+    widgets::RowPtr row = rows_.Rows().Find(key);
+    if (!row) ole::Throw(ole::Number::elementNotFound);
+    return row;
+}
+
+void ListView::RemoveRow(widgets::Row& row) {
+    List().Remove(row);
+}
+
+void ListView::RemoveRows() {
+    List().Clear();
+}
+
+void ListView::SetTexts(widgets::Row& row, std::size_t firstColumn,
+                        std::span<const std::wstring_view> texts) {
+    if (!widgets::RowStore::Holds(row)) ole::Throw(ole::Number::elementNotFound);
+    row.SetTexts(firstColumn, texts);
+    rows_.Redraw(row);
+}
+
+void ListView::SetImages(widgets::Row& row, int image) {
+    row.smallImage = row.largeImage = image;
+    if (widgets::RowStore::Holds(row)) rows_.Redraw(row);
+}
+
+void ListView::AddHeader(const _bstr_t& text, double width) {
+    constexpr double most = 1440 * 1000;
+    if (!(width >= 0 && width <= most)) ole::Throw(ole::Number::invalidPropertyValue);
+    List().AddColumn(ole::ToWide(text), ole::TwipsToPixels(std::lround(width), Dpi()));
+}
+
+int ListView::FindImage(std::wstring_view key) {
+    return key.empty() ? widgets::Row::noImage : images_.Find(key);
+}
+
+int ListView::FirstImage() {
+    if (images_.Count() == 0) ole::Throw(ole::Number::indexOutOfBounds);
+    return 0;
+}
+
+void ListView::AttachImages() {
+    if (!imagesAttached_) List().SetImages(&images_);
+    imagesAttached_ = images_.Count() != 0;
+}
+
+ole::Object ListView::ItemOf(const widgets::RowPtr& row) {
+    return ole::Object(ole::Make<ListItem>(home_, row).Get());
+}
+
+widgets::RowList& ListView::List() {
+    OuterWindow();
+    return rows_;
+}
+
+template <class Work>
+HRESULT ListView::Fill(Work&& work) noexcept {
+    class Shows {
+    public:
+        explicit Shows(widgets::RowList& list) : list_(list) {}
+        Shows(const Shows&) = delete;
+        Shows& operator=(const Shows&) = delete;
+        ~Shows() { list_.Sync(); }
+
+    private:
+        widgets::RowList& list_;
+    };
+    return Run([&] {
+        const Shows shows(List());
+        work();
+    });
+}
+
+void ListView::AddImages(BSTR key, const widgets::Picture& small, const widgets::Picture& large) {
+    images_.Add(ole::ViewOf(key), small, large, Dpi());
+}
+
+template <class Predicate>
+HRESULT ListView::Collect(_Collection** objects, Predicate&& isMeant) noexcept {
+    return Run([&] {
+        List().Sync();
+        std::vector<widgets::RowPtr> rows;
+        rows_.Rows().Each([&](const widgets::RowPtr& row) {
+            if (isMeant(*row)) rows.push_back(row);
+        });
+        const auto collection = ole::Make<Objects>();
+        for (const widgets::RowPtr& row : rows) {
+            const ole::Object object = objects_.FindAnew(ole::ToBstr(row->Key()));
+            VARIANT entry = {};
+            V_VT(&entry) = VT_DISPATCH;
+            V_DISPATCH(&entry) = object.Get();
+            std::wstring key(row->Key());
+            // Rows know case, collections do not: the second of two such rows has no key.
+            if (collection->Values().Contains(key)) key.clear();
+            collection->Values().Add(entry, std::move(key));
+        }
+        *objects = ole::Query<_Collection>(collection.Get()).Detach();
+    });
+}
+
+ole::Object ListView::ObjectOf(const widgets::RowPtr& row) const {
+    return row ? objects_.Find(ole::ToBstr(row->Key())) : ole::Object();
+}
+
+void ListView::RaiseOfRow(DISPID event, const widgets::RowPtr& row) {
+    if (!row) return;
+    BSTR key = ole::ToBstr(row->Key()).Detach();
+    VARIANT argument = {};
+    V_VT(&argument) = VT_BSTR | VT_BYREF;
+    V_BSTRREF(&argument) = &key;
+    Fire(event, &argument, 1);
+    _bstr_t(key, false);
+}
+
+void ListView::OnBeginDrag() {
+    if (!drags_) return;
+    const widgets::RowPtr row = rows_.Current();
+    if (!row) return;
+    ObjectVariable selection(ObjectOf(row));
+    long kind = static_cast<long>(objects_.ListedKind());
+    long allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+    VARIANT start[] = {selection.ByReference(), ByReference(kind), ByReference(allowed)};
+    Fire(startDragEvent, start, 3);
+    long effect = DROPEFFECT_NONE;
+    if (allowed != DROPEFFECT_NONE) {
+        const auto feedback = [this](DWORD& now, bool& system) { OnGiveFeedback(now, system); };
+        effect = static_cast<long>(
+            widgets::DragText(std::wstring(row->Text(0)), static_cast<DWORD>(allowed), feedback));
+    }
+    VARIANT complete = ByReference(effect);
+    Fire(completeDragEvent, &complete, 1);
+}
+
+void ListView::OnGiveFeedback(DWORD& effect, bool& systemCursors) {
+    auto shown = static_cast<long>(effect);
+    VARIANT_BOOL standard = ole::ToFlag(systemCursors);
+    VARIANT arguments[] = {ByReference(shown), ByReference(standard)};
+    Fire(feedbackEvent, arguments, 2);
+    systemCursors = standard != VARIANT_FALSE;
+}
+
+void ListView::OnDrop(POINT screen, DWORD& effect) {
+    const widgets::RowPtr row = rows_.HitTest(screen);
+    if (!row) return;
+    ObjectVariable target(ObjectOf(row));
+    long kind = static_cast<long>(objects_.ListedKind());
+    auto had = static_cast<long>(effect);
+    VARIANT arguments[] = {target.ByReference(), ByReference(kind), ByReference(had)};
+    Fire(dropEvent, arguments, 3);
+    effect = static_cast<DWORD>(had);
+}
+
+}  // namespace lists

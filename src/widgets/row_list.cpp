@@ -1,0 +1,531 @@
+#include "widgets/row_list.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <utility>
+
+#include "ole/error.h"
+#include "ole/server.h"
+#include "ole/theme.h"
+
+namespace widgets {
+
+namespace {
+
+constexpr UINT unchecked = 1;
+constexpr UINT checked = 2;
+
+/// A platform flag that mingw-w64 lacks: the same as LVFI_PARTIAL.
+constexpr UINT likeString = 0x0004;
+
+DWORD StyleOf(RowList::View view) {
+    switch (view) {
+        case RowList::View::icons:
+            return LVS_ICON;
+        case RowList::View::smallIcons:
+            return LVS_SMALLICON;
+        case RowList::View::list:
+            return LVS_LIST;
+        default:
+            return LVS_REPORT;
+    }
+}
+
+}  // namespace
+
+/// Takes the selection away and gives it back to the same rows at their new positions.
+class RowList::SelectionKeeper {
+public:
+    explicit SelectionKeeper(RowList& list) : list_(list), selected_(list.Selected()) {
+        const auto focused =
+            static_cast<int>(list.Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
+        if (list.IsAt(focused)) focused_ = list.rows_.At(static_cast<std::size_t>(focused));
+        list.SetState(-1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    }
+    ~SelectionKeeper() {
+        if (selected_.size() == list_.rows_.Size()) {
+            list_.SetState(-1, LVIS_SELECTED, LVIS_SELECTED);
+        } else {
+            for (const RowPtr& row : selected_) Restore(*row, LVIS_SELECTED);
+        }
+        if (focused_) Restore(*focused_, LVIS_FOCUSED);
+    }
+    SelectionKeeper(const SelectionKeeper&) = delete;
+    SelectionKeeper& operator=(const SelectionKeeper&) = delete;
+
+private:
+    void Restore(const Row& row, UINT state) {
+        if (RowStore::Holds(row)) list_.SetState(list_.PositionOf(row), state, state);
+    }
+
+    RowList& list_;
+    std::vector<RowPtr> selected_;
+    RowPtr focused_;
+};
+
+RowList::~RowList() {
+    if (handle_ != nullptr) DestroyWindow(handle_);
+}
+
+void RowList::Create(HWND parent) {
+    const ole::ThemedScope themed;
+    handle_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"",
+                              WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
+                                  LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE,
+                              0, 0, 0, 0, parent, nullptr, ole::ModuleHandle(), nullptr);
+    if (handle_ == nullptr) ole::Check(HRESULT_FROM_WIN32(GetLastError()));
+    constexpr DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP | LVS_EX_INFOTIP |
+                            LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
+    Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK | LVIS_CUT);
+}
+
+void RowList::AddColumn(const std::wstring& text, int width) {
+    LVCOLUMNW column = {};
+    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM | LVCF_FMT;
+    column.fmt = LVCFMT_LEFT;
+    column.pszText = const_cast<wchar_t*>(text.c_str());
+    column.cx = width;
+    column.iSubItem = columns_;
+    Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(columns_), reinterpret_cast<LPARAM>(&column));
+    ++columns_;
+}
+
+void RowList::RemoveColumns() {
+    while (columns_ > 0) Send(LVM_DELETECOLUMN, static_cast<WPARAM>(--columns_));
+    ForgetSorting();
+}
+
+void RowList::Remove(Row& row) {
+    Sync();
+    const int position = PositionOf(row);
+    rows_.Remove(row);
+    shown_ = rows_.Size();
+    Send(LVM_DELETEITEM, static_cast<WPARAM>(position));
+}
+
+void RowList::Clear() {
+    rows_.Clear();
+    shown_ = 0;
+    Send(LVM_DELETEALLITEMS);
+}
+
+void RowList::Sync() {
+    const std::size_t size = rows_.Size();
+    if (shown_ == size) return;
+    const std::size_t added = std::exchange(shown_, size);
+    Send(LVM_SETITEMCOUNT, size, LVSICF_NOSCROLL | (added > 0 ? LVSICF_NOINVALIDATEALL : 0));
+    if (!order_) return;
+    const SelectionKeeper keeper(*this);
+    for (std::size_t next = added; next < size; ++next) {
+        const RowPtr row = rows_.At(next);
+        std::size_t low = 0;
+        for (std::size_t high = next; low < high;) {
+            const std::size_t middle = (low + high) / 2;
+            if (order_->Before(*row, *rows_.At(middle)))
+                high = middle;
+            else
+                low = middle + 1;
+        }
+        if (low != next) rows_.Move(*row, low);
+    }
+    RedrawAll();
+}
+
+void RowList::Redraw(const Row& row) const {
+    const auto position = rows_.PositionOf(row);
+    if (position < shown_) Send(LVM_REDRAWITEMS, position, static_cast<LPARAM>(position));
+}
+
+void RowList::Check(Row& row, bool on) {
+    if (row.checked == on) return;
+    row.checked = on;
+    Redraw(row);
+}
+
+void RowList::CheckAll(bool on) {
+    rows_.Each([on](const RowPtr& row) { row->checked = on; });
+    RedrawAll();
+}
+
+bool RowList::IsSelected(const Row& row) {
+    Sync();
+    return Send(LVM_GETITEMSTATE, static_cast<WPARAM>(PositionOf(row)), LVIS_SELECTED) != 0;
+}
+
+void RowList::SetSelected(const Row& row, bool selected) {
+    Sync();
+    SetState(PositionOf(row), selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
+}
+
+void RowList::SelectAll(bool selected) {
+    Sync();
+    if (rows_.Size() != 0) SetState(-1, selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
+}
+
+std::vector<RowPtr> RowList::Selected() {
+    std::vector<RowPtr> rows;
+    auto position = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    while (IsAt(position)) {
+        rows.push_back(rows_.At(static_cast<std::size_t>(position)));
+        position =
+            static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(position), LVNI_SELECTED));
+    }
+    return rows;
+}
+
+RowPtr RowList::Current() {
+    Sync();
+    int position = static_cast<int>(
+        Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED | LVNI_SELECTED));
+    if (position < 0) {
+        position = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    }
+    return IsAt(position) ? rows_.At(static_cast<std::size_t>(position)) : nullptr;
+}
+
+void RowList::MakeCurrent(const Row& row) {
+    Sync();
+    const int position = PositionOf(row);
+    SetState(-1, 0, LVIS_SELECTED);
+    SetState(position, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    Send(LVM_SETSELECTIONMARK, 0, position);
+    EnsureVisible(row);
+}
+
+bool RowList::EnsureVisible(const Row& row) {
+    Sync();
+    const int position = PositionOf(row);
+    if (Send(LVM_ISITEMVISIBLE, static_cast<WPARAM>(position)) != 0) return false;
+    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(position), FALSE);
+    return true;
+}
+
+RowPtr RowList::HitTest(POINT screen) {
+    Sync();
+    LVHITTESTINFO hit = {};
+    hit.pt = screen;
+    ScreenToClient(handle_, &hit.pt);
+    Send(view_ == View::report ? LVM_SUBITEMHITTEST : LVM_HITTEST, 0,
+         reinterpret_cast<LPARAM>(&hit));
+    return IsAt(hit.iItem) ? rows_.At(static_cast<std::size_t>(hit.iItem)) : nullptr;
+}
+
+void RowList::ClickColumn(int column) {
+    const auto clicked = static_cast<std::size_t>(column);
+    Sync();
+    if (order_ && order_->Column() == clicked) descending_ = !descending_;
+    order_.emplace(clicked, descending_);
+    ShowSortArrow();
+    const SelectionKeeper keeper(*this);
+    std::vector<RowPtr> rows = rows_.All();
+    order_->Sort(rows);
+    rows_.Reorder(std::move(rows));
+    RedrawAll();
+}
+
+void RowList::ForgetSorting() {
+    order_.reset();
+    descending_ = false;
+}
+
+void RowList::ShowSortArrow() const {
+    const auto header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
+    for (int i = 0; i < columns_; ++i) {
+        HDITEMW item = {};
+        item.mask = HDI_FORMAT;
+        SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (order_ && order_->Column() == static_cast<std::size_t>(i)) {
+            item.fmt |= descending_ ? HDF_SORTDOWN : HDF_SORTUP;
+        }
+        SendMessageW(header, HDM_SETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+void RowList::SetView(View view) {
+    view_ = view;
+    const auto style = static_cast<DWORD>(GetWindowLongW(handle_, GWL_STYLE));
+    SetWindowLongW(handle_, GWL_STYLE,
+                   static_cast<LONG>((style & ~static_cast<DWORD>(LVS_TYPEMASK)) | StyleOf(view)));
+    RedrawAll();
+}
+
+void RowList::SetCheckBoxes(bool shown) {
+    checkBoxes_ = shown;
+    const ole::ThemedScope themed;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES, shown ? LVS_EX_CHECKBOXES : 0);
+    // The system drops its own way of keeping states with its check boxes.
+    Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK | LVIS_CUT);
+    RedrawAll();
+}
+
+void RowList::HideHeaders(bool hidden) {
+    headersHidden_ = hidden;
+    const LONG style = GetWindowLongW(handle_, GWL_STYLE);
+    SetWindowLongW(handle_, GWL_STYLE,
+                   hidden ? style | LVS_NOCOLUMNHEADER : style & ~LVS_NOCOLUMNHEADER);
+}
+
+void RowList::SetColors(COLORREF text, COLORREF background) {
+    textColor_ = text;
+    background_ = background;
+    Send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(text));
+    Send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(background));
+    Send(LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(background));
+    RedrawAll();
+}
+
+void RowList::SetFont(HFONT font) {
+    font_ = font;
+    boldFont_ = {};
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+void RowList::SetImages(const ImageLists* images) {
+    const auto set = [this](WPARAM which, HIMAGELIST list) {
+        Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(list));
+    };
+    set(LVSIL_SMALL, images != nullptr ? images->Small() : nullptr);
+    set(LVSIL_NORMAL, images != nullptr ? images->Large() : nullptr);
+}
+
+void RowList::SetSize(SIZE size) {
+    SetWindowPos(handle_, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void RowList::SetState(int position, UINT state, UINT mask) const {
+    LVITEMW item = {};
+    item.state = state;
+    item.stateMask = mask;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(position), reinterpret_cast<LPARAM>(&item));
+}
+
+std::optional<LRESULT> RowList::OnParentMessage(UINT message, WPARAM, LPARAM large) {
+    if (message != WM_NOTIFY) return std::nullopt;
+    auto& header = *reinterpret_cast<NMHDR*>(large);
+    if (handle_ == nullptr || header.hwndFrom != handle_) return std::nullopt;
+    return OnNotify(header);
+}
+
+std::optional<LRESULT> RowList::OnNotify(NMHDR& header) {
+    switch (header.code) {
+        case LVN_GETDISPINFOW:
+            FillDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header).item);
+            return 0;
+        case LVN_ODFINDITEMW: {
+            const auto& find = reinterpret_cast<const NMLVFINDITEMW&>(header);
+            return FindText(find.lvfi, find.iStart);
+        }
+        case LVN_GETINFOTIPW: {
+            auto& tip = reinterpret_cast<NMLVGETINFOTIPW&>(header);
+            if (!IsAt(tip.iItem)) return 0;
+            const Row::Extras* more = rows_.At(static_cast<std::size_t>(tip.iItem))->MaybeMore();
+            if (more != nullptr && !more->toolTip.empty()) {
+                lstrcpynW(tip.pszText, more->toolTip.c_str(), tip.cchTextMax);
+            }
+            return 0;
+        }
+        case LVN_COLUMNCLICK:
+            ClickColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
+            return 0;
+        case LVN_BEGINDRAG:
+            if (onBeginDrag) onBeginDrag();
+            return 0;
+        case LVN_KEYDOWN:
+            OnKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
+            return 0;
+        case NM_CLICK:
+            OnClicked(reinterpret_cast<const NMITEMACTIVATE&>(header));
+            return 0;
+        case NM_RCLICK:
+            if (onRightClick) onRightClick();
+            return 0;
+        case NM_DBLCLK:
+            if (IsOnCheckBox(reinterpret_cast<const NMITEMACTIVATE&>(header).ptAction)) {
+                OnClicked(reinterpret_cast<const NMITEMACTIVATE&>(header));
+            } else if (onDoubleClick) {
+                onDoubleClick();
+            }
+            return 0;
+        case NM_CUSTOMDRAW:
+            return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+        case NM_SETFOCUS:
+        case NM_KILLFOCUS:
+            if (onFocus) onFocus(header.code == NM_SETFOCUS);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+void RowList::FillDisplayInfo(LVITEMW& item) const {
+    if (!IsAt(item.iItem)) return;
+    const Row& row = *rows_.At(static_cast<std::size_t>(item.iItem));
+    if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
+        const std::wstring_view text = row.Text(static_cast<std::size_t>(item.iSubItem));
+        const std::size_t length =
+            std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+        text.copy(item.pszText, length);
+        item.pszText[length] = L'\0';
+    }
+    if ((item.mask & LVIF_IMAGE) != 0) {
+        item.iImage = item.iSubItem != 0     ? I_IMAGENONE
+                      : view_ == View::icons ? row.largeImage
+                                             : row.smallImage;
+        if (item.iImage == Row::noImage) item.iImage = I_IMAGENONE;
+    }
+    if ((item.mask & LVIF_STATE) != 0 && item.iSubItem == 0) {
+        const Row::Extras* more = row.MaybeMore();
+        const UINT box = checkBoxes_ ? (row.checked ? checked : unchecked) : 0;
+        const UINT known =
+            INDEXTOSTATEIMAGEMASK(box) | (more != nullptr && more->ghosted ? UINT{LVIS_CUT} : 0);
+        constexpr UINT kept = LVIS_STATEIMAGEMASK | LVIS_CUT;
+        item.state = (item.state & ~kept) | known;
+        item.stateMask |= kept;
+    }
+}
+
+LRESULT RowList::FindText(const LVFINDINFOW& wanted, int start) const {
+    if ((wanted.flags & (LVFI_STRING | LVFI_PARTIAL | likeString)) == 0 || wanted.psz == nullptr) {
+        return -1;
+    }
+    const std::wstring_view text = wanted.psz;
+    const bool prefix = (wanted.flags & (LVFI_PARTIAL | likeString)) != 0;
+    const auto matches = [&](std::size_t at) {
+        std::wstring_view found = rows_.At(at)->Text(0);
+        if (prefix) found = found.substr(0, text.size());
+        return CompareStringEx(LOCALE_NAME_USER_DEFAULT, NORM_IGNORECASE, found.data(),
+                               static_cast<int>(found.size()), text.data(),
+                               static_cast<int>(text.size()), nullptr, nullptr, 0) == CSTR_EQUAL;
+    };
+    const std::size_t size = rows_.Size();
+    const auto first = std::min(static_cast<std::size_t>(std::max(start, 0)), size);
+    for (std::size_t at = first; at < size; ++at) {
+        if (matches(at)) return static_cast<LRESULT>(at);
+    }
+    if ((wanted.flags & LVFI_WRAP) == 0) return -1;
+    for (std::size_t at = 0; at < first; ++at) {
+        if (matches(at)) return static_cast<LRESULT>(at);
+    }
+    return -1;
+}
+
+LRESULT RowList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    const auto position = static_cast<int>(draw.nmcd.dwItemSpec);
+    const Row::Extras* more =
+        IsAt(position) ? rows_.At(static_cast<std::size_t>(position))->MaybeMore() : nullptr;
+    if (more == nullptr) return CDRF_DODEFAULT;
+    if (more->color) draw.clrText = *more->color;
+    if (!more->bold) return CDRF_DODEFAULT;
+    if (!boldFont_) {
+        LOGFONTW description = {};
+        GetObjectW(font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT), sizeof(description),
+                   &description);
+        description.lfWeight = FW_BOLD;
+        boldFont_ = ole::FontHandle(CreateFontIndirectW(&description));
+    }
+    SelectObject(draw.nmcd.hdc, boldFont_.Get());
+    return CDRF_NEWFONT;
+}
+
+bool RowList::IsOnCheckBox(POINT client) const {
+    LVHITTESTINFO hit = {};
+    hit.pt = client;
+    Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    return checkBoxes_ && (hit.flags & LVHT_ONITEM) == LVHT_ONITEMSTATEICON;
+}
+
+void RowList::OnClicked(const NMITEMACTIVATE& activation) {
+    if (!IsAt(activation.iItem)) return;
+    const RowPtr row = rows_.At(static_cast<std::size_t>(activation.iItem));
+    if (IsOnCheckBox(activation.ptAction))
+        Check(*row, !row->checked);
+    else if (onClick)
+        onClick(row);
+}
+
+void RowList::OnKey(WORD key) {
+    if (key == 'A' && GetKeyState(VK_CONTROL) < 0) {
+        SelectAll(true);
+        return;
+    }
+    if (key != VK_SPACE || !checkBoxes_ || GetKeyState(VK_CONTROL) < 0) return;
+    const auto focused =
+        static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
+    if (!IsAt(focused)) return;
+    const RowPtr row = rows_.At(static_cast<std::size_t>(focused));
+    const bool on = !row->checked;
+    // The other selected rows follow the one with the focus.
+    if (IsSelected(*row)) {
+        for (const RowPtr& each : Selected()) Check(*each, on);
+    }
+    Check(*row, on);
+}
+
+bool RowList::UsesKey(const MSG& message) const {
+    if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return false;
+    switch (message.wParam) {
+        case VK_LEFT:
+        case VK_RIGHT:
+        case VK_UP:
+        case VK_DOWN:
+        case VK_HOME:
+        case VK_END:
+        case VK_PRIOR:
+        case VK_NEXT:
+            return message.message == WM_KEYDOWN;
+        default:
+            return false;
+    }
+}
+
+void RowList::Draw(HDC context, const RECT& bounds) {
+    RECT box = bounds;
+    const ole::Brush background(CreateSolidBrush(background_));
+    FillRect(context, &box, background.Get());
+    DrawEdge(context, &box, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
+    if (view_ != View::report) return;
+    const ole::Selected font(context, font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT));
+    SetBkMode(context, TRANSPARENT);
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(context, &metrics);
+    const LONG height = metrics.tmHeight + metrics.tmHeight / 3;
+    const auto drawText = [&](std::wstring_view text, RECT cell) {
+        cell.left += metrics.tmAveCharWidth;
+        DrawTextW(context, text.data(), static_cast<int>(text.size()), &cell,
+                  DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX | DT_END_ELLIPSIS);
+    };
+    LONG top = box.top;
+    for (std::size_t line = headersHidden_ ? 1 : 0; top < box.bottom; ++line, top += height) {
+        if (line > rows_.Size()) break;
+        LONG left = box.left;
+        for (int column = 0; column < columns_ && left < box.right; ++column) {
+            const auto width =
+                static_cast<LONG>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+            RECT cell = {left, top, std::min(left + width, box.right),
+                         std::min(top + height, box.bottom)};
+            left += width;
+            if (line == 0) {
+                std::wstring title(260, L'\0');
+                LVCOLUMNW description = {};
+                description.mask = LVCF_TEXT;
+                description.pszText = title.data();
+                description.cchTextMax = static_cast<int>(title.size());
+                Send(LVM_GETCOLUMNW, static_cast<WPARAM>(column),
+                     reinterpret_cast<LPARAM>(&description));
+                FillRect(context, &cell, GetSysColorBrush(COLOR_BTNFACE));
+                DrawEdge(context, &cell, EDGE_RAISED, BF_RECT);
+                SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+                drawText(title.c_str(), cell);
+            } else {
+                SetTextColor(context, textColor_);
+                drawText(rows_.At(line - 1)->Text(static_cast<std::size_t>(column)), cell);
+            }
+        }
+    }
+}
+
+}  // namespace widgets

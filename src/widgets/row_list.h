@@ -1,0 +1,138 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ole/handles.h"
+#include "widgets/image_lists.h"
+#include "widgets/row_sorting.h"
+#include "widgets/row_store.h"
+
+namespace widgets {
+
+/// The system's list view over rows that are kept here; the window asks for what it shows. Which
+/// rows are selected, and which one has the focus, the window knows.
+class RowList {
+public:
+    enum class View { icons = 0, smallIcons = 1, list = 2, report = 3 };
+
+    /// What the user does. A row that is clicked on its check box is checked and not reported.
+    std::function<void(const RowPtr&)> onClick;
+    std::function<void()> onRightClick;
+    std::function<void()> onDoubleClick;
+    std::function<void()> onBeginDrag;
+    std::function<void(bool focused)> onFocus;
+
+    RowList() = default;
+    ~RowList();
+    RowList(const RowList&) = delete;
+    RowList& operator=(const RowList&) = delete;
+
+    void Create(HWND parent);
+    HWND Handle() const { return handle_; }
+
+    // Columns. Rows show their first text in the first column, and so on.
+
+    void AddColumn(const std::wstring& text, int width);
+    void RemoveColumns();
+    int ColumnCount() const { return columns_; }
+
+    // Rows. The window learns of added rows with `Sync`.
+
+    const RowStore& Rows() const { return rows_; }
+    RowPtr Add(std::wstring_view key) { return rows_.Add(key); }
+    bool Rename(Row& row, std::wstring_view key) { return rows_.Rename(row, key); }
+    void Remove(Row& row);
+    void Clear();
+    /// Rows that were added since the last time are shown, each in its place where the list is
+    /// sorted.
+    void Sync();
+    /// A row looks different now.
+    void Redraw(const Row& row) const;
+    void RedrawAll() const { InvalidateRect(handle_, nullptr, FALSE); }
+
+    void Check(Row& row, bool checked);
+    void CheckAll(bool checked);
+
+    bool IsSelected(const Row& row);
+    void SetSelected(const Row& row, bool selected);
+    void SelectAll(bool selected);
+    /// The selected rows in their order.
+    std::vector<RowPtr> Selected();
+    /// The row with the focus when it is selected, else the first selected one, else null.
+    RowPtr Current();
+    /// Selects one row alone, gives it the focus and scrolls to it.
+    void MakeCurrent(const Row& row);
+    /// Whether it had to scroll.
+    bool EnsureVisible(const Row& row);
+    /// The row under a point of the screen, or null.
+    RowPtr HitTest(POINT screen);
+
+    // Sorting by a column, as a click on its header does it.
+
+    void ClickColumn(int column);
+    void ForgetSorting();
+
+    // Looks.
+
+    View GetView() const { return view_; }
+    void SetView(View view);
+    bool HasCheckBoxes() const { return checkBoxes_; }
+    void SetCheckBoxes(bool shown);
+    void HideHeaders(bool hidden);
+    COLORREF TextColor() const { return textColor_; }
+    void SetColors(COLORREF text, COLORREF background);
+    void SetFont(HFONT font);
+    void SetImages(const ImageLists* images);
+    void SetSize(SIZE size);
+
+    std::optional<LRESULT> OnParentMessage(UINT message, WPARAM wide, LPARAM large);
+    bool UsesKey(const MSG& message) const;
+    /// Draws the list as it looks without a window.
+    void Draw(HDC context, const RECT& bounds);
+
+private:
+    /// Which rows are selected while their positions change.
+    class SelectionKeeper;
+
+    LRESULT Send(UINT message, WPARAM wide = 0, LPARAM large = 0) const {
+        return SendMessageW(handle_, message, wide, large);
+    }
+    int PositionOf(const Row& row) const { return static_cast<int>(rows_.PositionOf(row)); }
+    bool IsAt(int position) const {
+        return position >= 0 && static_cast<std::size_t>(position) < rows_.Size();
+    }
+    void SetState(int position, UINT state, UINT mask) const;
+    void ShowSortArrow() const;
+
+    std::optional<LRESULT> OnNotify(NMHDR& header);
+    void FillDisplayInfo(LVITEMW& item) const;
+    LRESULT FindText(const LVFINDINFOW& wanted, int start) const;
+    LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
+    void OnClicked(const NMITEMACTIVATE& activation);
+    bool IsOnCheckBox(POINT client) const;
+    void OnKey(WORD key);
+
+    HWND handle_ = nullptr;
+    RowStore rows_;
+    /// How many rows the window knows.
+    std::size_t shown_ = 0;
+    int columns_ = 0;
+    View view_ = View::report;
+    bool checkBoxes_ = false;
+    bool headersHidden_ = false;
+    std::optional<RowOrder> order_;
+    bool descending_ = false;
+    HFONT font_ = nullptr;
+    ole::FontHandle boldFont_;
+    COLORREF textColor_ = 0;
+    COLORREF background_ = 0xFFFFFF;
+};
+
+}  // namespace widgets

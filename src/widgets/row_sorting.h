@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "widgets/row.h"
+
+namespace widgets {
+
+/// The order of rows by the texts of a column: the user's locale, without case.
+class RowOrder {
+public:
+    RowOrder(std::size_t column, bool descending) : column_(column), descending_(descending) {}
+
+    std::size_t Column() const { return column_; }
+
+    bool Before(const Row& a, const Row& b) const { return Compare(a, b) < 0; }
+
+    /// Equal rows keep their order.
+    void Sort(std::vector<RowPtr>& rows) const;
+
+private:
+    int Compare(const Row& a, const Row& b) const;
+
+    std::size_t column_;
+    bool descending_;
+};
+
+}  // namespace widgets
