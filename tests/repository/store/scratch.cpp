@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -30,6 +31,10 @@ std::string Scratch::File(const std::string& name) const {
 std::string Scratch::Folder() const {
     const auto text = folder_.u8string();
     return {text.begin(), text.end()};
+}
+
+bool IsLongRun() {
+    return std::getenv("ORVANE_TEST_LONG") != nullptr;
 }
 
 fs::path PathOf(const std::string& text) {

@@ -26,6 +26,10 @@ private:
     std::filesystem::path folder_;
 };
 
+/// Whether tests that repeat something many times are to do it thoroughly: the environment variable
+/// ORVANE_TEST_LONG is set.
+bool IsLongRun();
+
 std::filesystem::path PathOf(const std::string& text);
 std::string ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::string& content);
