@@ -121,7 +121,7 @@ void Store::Resync() {
     dataVersion_ = database_->DataVersion();
 }
 
-Store::ChangeScope::ChangeScope(Store& store) : store_(store) {
+Store::ChangeScope::ChangeScope(Store& store, std::string_view /*name*/) : store_(store) {
     transaction_.emplace(*store_.database_, store_.depth_);
     if (store_.depth_ == 0 && store_.database_->DataVersion() != store_.dataVersion_) {
         store_.Resync();

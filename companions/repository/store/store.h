@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "repository/store/database.h"
@@ -48,12 +49,17 @@ public:
 
     void SetBusyTimeout(int milliseconds);
 
-    /// Runs `work` as one change: it happens completely or, when `work` throws, not at all.
+    /// Runs `work` as one change of that name: it happens completely or, when `work` throws, not at
+    /// all. `work` may be as large as an import.
     template <class Work>
-    void Change(Work&& work) {
-        ChangeScope change(*this);
+    void Change(std::string_view name, Work&& work) {
+        ChangeScope change(*this, name);
         work();
         change.Commit();
+    }
+    template <class Work>
+    void Change(Work&& work) {
+        Change(std::string_view(), std::forward<Work>(work));
     }
 
     // The meta model. Names are unique without case (457), and not empty (5).
@@ -134,7 +140,7 @@ private:
     /// One change, or a part of a larger one; taken back unless it is committed.
     class ChangeScope {
     public:
-        explicit ChangeScope(Store& store);
+        explicit ChangeScope(Store& store, std::string_view name = {});
         ~ChangeScope();
         ChangeScope(const ChangeScope&) = delete;
         ChangeScope& operator=(const ChangeScope&) = delete;
