@@ -45,12 +45,12 @@ _variant_t ReadProperty(store::Store& store, const store::ObjectRef& object,
 }
 
 void WriteProperty(store::Store& store, const store::ObjectRef& object, const std::string& name,
-                   const VARIANT& value) {
+                   const _variant_t& value) {
     WriteProperty(store, object, Demand(*object, name), value);
 }
 
 void WriteProperty(store::Store& store, const store::ObjectRef& object,
-                   const store::MetaProperty& property, const VARIANT& value) {
+                   const store::MetaProperty& property, const _variant_t& value) {
     const store::Value before = store.GetValue(*object, property);
     // What an editor shows of a value goes back unchanged, even where it does not fit the type that
     // the property got since; and an empty box is no value where there was none.

@@ -6,23 +6,25 @@ namespace repository::com {
 
 STDMETHODIMP MetaNode::get_Outgoing(VARIANT* name, IDispatch** result) {
     return Do([&] {
+        const Key key(*name);
         auto links = MakeNamedElements<store::MetaLink>(
             Whole(), [element = Live()]() -> const auto& {
                 RequireLive(*element);
                 return element->outgoing;
             });
-        *result = CollectionOrElement(Whole(), std::move(links), *name).Detach();
+        *result = CollectionOrElement(Whole(), std::move(links), key).Detach();
     });
 }
 
 STDMETHODIMP MetaNode::get_Incoming(VARIANT* name, IDispatch** result) {
     return Do([&] {
+        const Key key(*name);
         auto links = MakeNamedElements<store::MetaLink>(
             Whole(), [element = Live()]() -> const auto& {
                 RequireLive(*element);
                 return element->incoming;
             });
-        *result = CollectionOrElement(Whole(), std::move(links), *name).Detach();
+        *result = CollectionOrElement(Whole(), std::move(links), key).Detach();
     });
 }
 

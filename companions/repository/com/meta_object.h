@@ -29,14 +29,14 @@ public:
         return this->Do([&] { *result = ToResult(this->Known()->name); });
     }
     STDMETHODIMP put_name(VARIANT* newName) override {
-        return this->Do([&] { this->Store().Rename(Base(), TextOf(*newName)); });
+        return this->Do([&] { Set(Settable::name, TextOf(*newName)); });
     }
     STDMETHODIMP get_identifier(BSTR* result) override { return get_name(result); }
     STDMETHODIMP get_Description(BSTR* result) override {
         return this->Do([&] { *result = ToResult(this->Live()->description); });
     }
     STDMETHODIMP put_Description(VARIANT* newText) override {
-        return this->Do([&] { this->Store().Describe(Base(), TextOf(*newText)); });
+        return this->Do([&] { Set(Settable::description, TextOf(*newText)); });
     }
     STDMETHODIMP get_parent(_Repository** result) override {
         return this->Do([&] {
@@ -45,45 +45,45 @@ public:
         });
     }
     STDMETHODIMP GetProperty(VARIANT* name, VARIANT* result) override {
-        return this->Do([&] { *result = Read(TextOf(*name)).Detach(); });
+        return this->Do([&] {
+            const std::string property = TextOf(*name);
+            *result = Read(property).Detach();
+        });
     }
     STDMETHODIMP SetProperty(VARIANT* name, VARIANT* newValue, VARIANT* result) override {
         return this->Do([&] {
             const std::string property = TextOf(*name);
-            if (!IsGiven(*newValue)) {
+            if (IsGiven(*newValue)) {
+                Set(SettableProperty(property), TextOf(*newValue));
+            } else {
                 *result = Read(property).Detach();
-                return;
-            }
-            this->Live();
-            switch (SettableProperty(property)) {
-                case Settable::name:
-                    return this->Store().Rename(Base(), TextOf(*newValue));
-                case Settable::description:
-                    return this->Store().Describe(Base(), TextOf(*newValue));
             }
         });
     }
     STDMETHODIMP get_Extension(VARIANT* key, IDispatch** result) override {
-        return this->Do(
-            [&] { *result = CollectionOrElement(this->Whole(), Instances(), *key).Detach(); });
+        return this->Do([&] {
+            const Key wanted(*key);
+            *result = CollectionOrElement(this->Whole(), Instances(), wanted).Detach();
+        });
     }
     STDMETHODIMP get_Properties(VARIANT* name, IDispatch** result) override {
         return this->Do([&] {
+            const Key wanted(*name);
             this->Live();
             auto properties = MakeNamedElements<store::MetaProperty>(
                 this->Whole(), [element = this->Known()]() -> const auto& {
                     RequireLive(*element);
                     return element->properties;
                 });
-            *result = CollectionOrElement(this->Whole(), std::move(properties), *name).Detach();
+            *result = CollectionOrElement(this->Whole(), std::move(properties), wanted).Detach();
         });
     }
     STDMETHODIMP FindByName(VARIANT* name, _ObjectCollection** result) override {
         return this->Do([&] {
+            const std::string text = TextOf(*name);
             this->Live();
             auto found = MakeListElements<store::Object>(
-                this->Whole(),
-                [&repository = this->Whole(), element = this->Known(), text = TextOf(*name)] {
+                this->Whole(), [&repository = this->Whole(), element = this->Known(), text] {
                     RequireLive(*element);
                     return repository.Store().FindByName(*element, text);
                 });
@@ -97,7 +97,14 @@ protected:
     }
 
 private:
-    store::MetaObjectRef Base() const { return this->Live(); }
+    void Set(Settable property, const std::string& text) const {
+        const store::MetaObjectRef object = this->Live();
+        if (property == Settable::name) {
+            this->Store().Rename(object, text);
+        } else {
+            this->Store().Describe(object, text);
+        }
+    }
 
     _variant_t Read(const std::string& property) const {
         return ToBstr(OwnProperty(*this->Live(), property));

@@ -22,7 +22,10 @@ STDMETHODIMP MetaProperty::get_name(BSTR* result) {
 }
 
 STDMETHODIMP MetaProperty::put_name(VARIANT* newName) {
-    return Do([&] { Store().Rename(Live(), TextOf(*newName)); });
+    return Do([&] {
+        const std::string text = TextOf(*newName);
+        Store().Rename(Live(), text);
+    });
 }
 
 STDMETHODIMP MetaProperty::get_identifier(BSTR* result) {
@@ -34,7 +37,10 @@ STDMETHODIMP MetaProperty::get_Description(BSTR* result) {
 }
 
 STDMETHODIMP MetaProperty::put_Description(VARIANT* newText) {
-    return Do([&] { Store().Describe(Live(), TextOf(*newText)); });
+    return Do([&] {
+        const std::string text = TextOf(*newText);
+        Store().Describe(Live(), text);
+    });
 }
 
 STDMETHODIMP MetaProperty::get_parent(IDispatch** result) {
@@ -42,17 +48,21 @@ STDMETHODIMP MetaProperty::get_parent(IDispatch** result) {
 }
 
 STDMETHODIMP MetaProperty::GetProperty(VARIANT* name, VARIANT* result) {
-    return Do([&] { *result = _variant_t(ToBstr(OwnProperty(*Live(), TextOf(*name)))).Detach(); });
+    return Do([&] {
+        const std::string property = TextOf(*name);
+        *result = _variant_t(ToBstr(OwnProperty(*Live(), property))).Detach();
+    });
 }
 
 STDMETHODIMP MetaProperty::SetProperty(VARIANT* name, VARIANT* newValue, VARIANT* result) {
     if (!IsGiven(*newValue)) return GetProperty(name, result);
     return Do([&] {
-        switch (SettableProperty(TextOf(*name))) {
-            case Settable::name:
-                return Store().Rename(Live(), TextOf(*newValue));
-            case Settable::description:
-                return Store().Describe(Live(), TextOf(*newValue));
+        const Settable property = SettableProperty(TextOf(*name));
+        const std::string text = TextOf(*newValue);
+        if (property == Settable::name) {
+            Store().Rename(Live(), text);
+        } else {
+            Store().Describe(Live(), text);
         }
     });
 }
@@ -62,7 +72,10 @@ STDMETHODIMP MetaProperty::get_MetaType(_MetaType** result) {
 }
 
 STDMETHODIMP MetaProperty::put_MetaType(VARIANT* newType) {
-    return Do([&] { Store().Retype(Live(), MetaTypeOf(Whole(), *newType)); });
+    return Do([&] {
+        const Reference type(*newType);
+        Store().Retype(Live(), MetaTypeOf(Whole(), type));
+    });
 }
 
 STDMETHODIMP MetaProperty::putref_MetaType(VARIANT* newType) {
@@ -82,7 +95,10 @@ STDMETHODIMP MetaProperty::get_IsDynamic(VARIANT_BOOL* result) {
 }
 
 STDMETHODIMP MetaProperty::put_IsDynamic(VARIANT* flag) {
-    return Do([&] { Store().SetDynamic(Live(), FlagOf(*flag)); });
+    return Do([&] {
+        const bool wanted = FlagOf(*flag);
+        Store().SetDynamic(Live(), wanted);
+    });
 }
 
 STDMETHODIMP MetaProperty::get_IsPersistent(VARIANT_BOOL* result) {
@@ -90,7 +106,10 @@ STDMETHODIMP MetaProperty::get_IsPersistent(VARIANT_BOOL* result) {
 }
 
 STDMETHODIMP MetaProperty::put_IsPersistent(VARIANT* flag) {
-    return Do([&] { Store().SetPersistent(Live(), FlagOf(*flag)); });
+    return Do([&] {
+        const bool wanted = FlagOf(*flag);
+        Store().SetPersistent(Live(), wanted);
+    });
 }
 
 }  // namespace repository::com

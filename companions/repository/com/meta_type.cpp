@@ -40,7 +40,10 @@ STDMETHODIMP MetaType::get_parent(_Repository** result) {
 }
 
 STDMETHODIMP MetaType::GetProperty(VARIANT* name, VARIANT* result) {
-    return Do([&] { *result = _variant_t(ToBstr(OwnProperty(*Live(), TextOf(*name)))).Detach(); });
+    return Do([&] {
+        const std::string property = TextOf(*name);
+        *result = _variant_t(ToBstr(OwnProperty(*Live(), property))).Detach();
+    });
 }
 
 STDMETHODIMP MetaType::get_DataType(BSTR* result) {
@@ -68,11 +71,12 @@ STDMETHODIMP MetaEnum::get_parent(_Repository** result) {
 
 STDMETHODIMP MetaEnum::get_MetaAtoms(VARIANT* name, IDispatch** result) {
     return Do([&] {
+        const Key key(*name);
         auto atoms = MakeListElements<store::MetaAtom>(Whole(), [element = Live()] {
             RequireLive(*element);
             return element->atoms;
         });
-        *result = CollectionOrElement(Whole(), std::move(atoms), *name).Detach();
+        *result = CollectionOrElement(Whole(), std::move(atoms), key).Detach();
     });
 }
 

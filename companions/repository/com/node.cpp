@@ -32,8 +32,13 @@ STDMETHODIMP Node::get_Incoming(VARIANT* name, _ObjectCollection** result) {
 }
 
 ole::Ref<_ObjectCollection> Node::Links(ObjectSet::Kind kind, const VARIANT& name) {
+    store::Id meta = 0;
+    if (IsGiven(name)) {
+        const Reference metaLink(name);
+        Live();
+        meta = MetaLinkOf(Whole(), metaLink)->id;
+    }
     const store::ObjectRef& node = Live();
-    const store::Id meta = IsGiven(name) ? MetaLinkOf(Whole(), name)->id : 0;
     return MakeCollection(Whole(),
                           MakeObjectElements(Whole(), node, ObjectSet{kind, meta, node->id}));
 }

@@ -1,9 +1,5 @@
 #include "repository/com/object_collection.h"
 
-#include <climits>
-
-#include "ole/text.h"
-#include "repository/com/arguments.h"
 #include "repository/com/failure.h"
 #include "repository/com/text.h"
 #include "repository/com/variant.h"
@@ -81,49 +77,26 @@ private:
     std::unique_ptr<Cursor> cursor_;
 };
 
-bool IsKey(const VARIANT& key) {
-    switch (V_VT(&key)) {
-        case VT_I1:
-        case VT_UI1:
-        case VT_I2:
-        case VT_UI2:
-        case VT_I4:
-        case VT_UI4:
-        case VT_I8:
-        case VT_UI8:
-        case VT_INT:
-        case VT_UINT:
-        case VT_R4:
-        case VT_R8:
-        case VT_CY:
-        case VT_DECIMAL:
-            return false;
-        default:
-            return true;
-    }
+/// The element that a key means, or none.
+ole::Ref<IDispatch> Look(Elements& elements, const Key& key) {
+    if (!key.IsPosition()) return elements.Find(key.Text());
+    return key.Position() < 1 ? nullptr : elements.At(key.Position() - 1);
 }
 
 }  // namespace
 
-ole::Ref<IDispatch> Look(Elements& elements, const VARIANT& key) {
-    if (V_VT(&key) == (VT_VARIANT | VT_BYREF)) return Look(elements, *V_VARIANTREF(&key));
-    if (IsKey(key)) return elements.Find(TextOf(key));
-    const long position = LongOf(key);
-    return position < 1 ? nullptr : elements.At(position - 1);
-}
-
-ole::Ref<IDispatch> Demand(Elements& elements, const VARIANT& key) {
+ole::Ref<IDispatch> Demand(Elements& elements, const Key& key) {
     ole::Ref<IDispatch> found = Look(elements, key);
     if (found) return found;
-    if (IsKey(key)) {
-        Throw(store::Number::invalidCall, "There is no \"" + TextOf(key) + "\" here");
+    if (key.IsPosition()) {
+        Throw(store::Number::subscriptOutOfRange, "There is no element at this position");
     }
-    Throw(store::Number::subscriptOutOfRange, "There is no element at this position");
+    Throw(store::Number::invalidCall, "There is no \"" + key.Text() + "\" here");
 }
 
 ole::Ref<IDispatch> CollectionOrElement(Repository& repository, std::unique_ptr<Elements> elements,
-                                        const VARIANT& key) {
-    if (IsGiven(key)) return Demand(*elements, key);
+                                        const Key& key) {
+    if (key.IsGiven()) return Demand(*elements, key);
     return MakeCollection(repository, std::move(elements));
 }
 
@@ -136,37 +109,45 @@ ObjectCollection::ObjectCollection(Repository& repository, std::unique_ptr<Eleme
     : repository_(&repository), elements_(std::move(elements)), session_(repository.Current()) {}
 
 STDMETHODIMP ObjectCollection::get_Count(long* result) {
-    return Do([&] { *result = elements_->Count(); });
+    return Do([&] { *result = Present().Count(); });
 }
 
 STDMETHODIMP ObjectCollection::get_Item(VARIANT* key, IDispatch** result) {
-    return Do([&] { *result = Demand(*elements_, *key).Detach(); });
+    return Do([&] {
+        const Key wanted(*key);
+        *result = Demand(Present(), wanted).Detach();
+    });
 }
 
 STDMETHODIMP ObjectCollection::Remove(VARIANT* key) {
     return Do([&] {
-        repository_->Remove(ElementOf(*repository_.Get(), *Demand(*elements_, *key).Get()));
+        const Key wanted(*key);
+        const auto found = ole::Query<IHeld>(Demand(Present(), wanted).Get());
+        repository_->Remove(found->Held());
     });
 }
 
 STDMETHODIMP ObjectCollection::Search(VARIANT* key, VARIANT_BOOL* result) {
-    return Do([&] { *result = ToResult(Look(*elements_, *key) != nullptr); });
+    return Do([&] {
+        const Key wanted(*key);
+        *result = ToResult(Look(Present(), wanted) != nullptr);
+    });
 }
 
 STDMETHODIMP ObjectCollection::get__NewEnum(IUnknown** result) {
     return Do([&] {
-        *result = ole::Make<ElementEnumerator>(*repository_.Get(), elements_->Begin()).Detach();
+        *result = ole::Make<ElementEnumerator>(*repository_.Get(), Present().Begin()).Detach();
     });
 }
 
 template <class Work>
 HRESULT ObjectCollection::Do(Work&& work) {
-    return Run([&] {
-        Translated([&] {
-            repository_->StoreOf(session_);
-            work();
-        });
-    });
+    return Run([&] { Translated(work); });
+}
+
+Elements& ObjectCollection::Present() {
+    repository_->StoreOf(session_);
+    return *elements_;
 }
 
 }  // namespace repository::com

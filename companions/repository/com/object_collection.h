@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "ole/automation.h"
+#include "repository/com/arguments.h"
 #include "repository/com/elements.h"
 #include "repository/com/repository.h"
 
@@ -25,20 +26,20 @@ private:
     template <class Work>
     HRESULT Do(Work&& work);
 
+    /// Error 91 when the repository was closed meanwhile.
+    Elements& Present();
+
     ole::Ref<Repository> repository_;
     std::unique_ptr<Elements> elements_;
     Repository::Session session_;
 };
 
-/// The element that a key (a text) or a position (a number, counted from 1) means, or none.
-ole::Ref<IDispatch> Look(Elements& elements, const VARIANT& key);
-
-/// The same, but an error where there is none: 5 for a key, 9 for a position.
-ole::Ref<IDispatch> Demand(Elements& elements, const VARIANT& key);
+/// The element that a key means, or an error: 5 for an unknown text, 9 for a position out of range.
+ole::Ref<IDispatch> Demand(Elements& elements, const Key& key);
 
 /// What a member with an optional key answers: the collection, or one of its elements.
 ole::Ref<IDispatch> CollectionOrElement(Repository& repository, std::unique_ptr<Elements> elements,
-                                        const VARIANT& key);
+                                        const Key& key);
 
 ole::Ref<_ObjectCollection> MakeCollection(Repository& repository,
                                            std::unique_ptr<Elements> elements);

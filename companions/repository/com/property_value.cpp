@@ -5,6 +5,7 @@
 #include "repository/com/meta_property.h"
 #include "repository/com/show.h"
 #include "repository/com/text.h"
+#include "repository/com/variant.h"
 
 namespace repository::com {
 
@@ -61,7 +62,10 @@ STDMETHODIMP PropertyValue::get_Value(VARIANT* result) {
 }
 
 STDMETHODIMP PropertyValue::put_Value(VARIANT* newValue) {
-    return Do([&] { WriteProperty(Store(), value_.object, *Property(), *newValue); });
+    return Do([&] {
+        const _variant_t value = PlainValue(*newValue);
+        WriteProperty(Store(), value_.object, *Property(), value);
+    });
 }
 
 }  // namespace repository::com

@@ -22,7 +22,10 @@ HRESULT Repository::Do(Work&& work) noexcept {
 }
 
 STDMETHODIMP Repository::New(VARIANT* file) {
-    return Do([&] { Use(store::Store::Create(TextOr(*file, store::inMemory))); });
+    return Do([&] {
+        const std::string path = TextOr(*file, store::inMemory);
+        Use(store::Store::Create(path));
+    });
 }
 
 STDMETHODIMP Repository::Open(VARIANT* file) {
@@ -30,7 +33,10 @@ STDMETHODIMP Repository::Open(VARIANT* file) {
 }
 
 STDMETHODIMP Repository::SaveAs(VARIANT* file) {
-    return Do([&] { Store().SaveAs(TextOf(*file)); });
+    return Do([&] {
+        const std::string path = TextOf(*file);
+        Store().SaveAs(path);
+    });
 }
 
 STDMETHODIMP Repository::Close() {
@@ -51,49 +57,56 @@ STDMETHODIMP Repository::Refresh() {
 
 STDMETHODIMP Repository::get_MetaNodes(VARIANT* name, IDispatch** result) {
     return Do([&] {
+        const Key key(*name);
         Store();
-        *result = CollectionOrElement(*this, MakeMetaNodeElements(*this), *name).Detach();
+        *result = CollectionOrElement(*this, MakeMetaNodeElements(*this), key).Detach();
     });
 }
 
 STDMETHODIMP Repository::get_MetaLinks(VARIANT* name, IDispatch** result) {
     return Do([&] {
+        const Key key(*name);
         Store();
-        *result = CollectionOrElement(*this, MakeMetaLinkElements(*this), *name).Detach();
+        *result = CollectionOrElement(*this, MakeMetaLinkElements(*this), key).Detach();
     });
 }
 
 STDMETHODIMP Repository::get_MetaTypes(VARIANT* name, IDispatch** result) {
     return Do([&] {
+        const Key key(*name);
         Store();
-        *result = CollectionOrElement(*this, MakeMetaTypeElements(*this), *name).Detach();
+        *result = CollectionOrElement(*this, MakeMetaTypeElements(*this), key).Detach();
     });
 }
 
 STDMETHODIMP Repository::get_MetaEnums(VARIANT* name, IDispatch** result) {
     return Do([&] {
+        const Key key(*name);
         Store();
-        *result = CollectionOrElement(*this, MakeMetaEnumElements(*this), *name).Detach();
+        *result = CollectionOrElement(*this, MakeMetaEnumElements(*this), key).Detach();
     });
 }
 
 STDMETHODIMP Repository::MakeNode(VARIANT* identifier, VARIANT* metaNodeName, VARIANT* name,
                                   _Node** result) {
     return Do([&] {
-        const store::MetaNodeRef meta = MetaNodeOf(*this, *metaNodeName);
-        *result =
-            ShowNode(*this, Store().MakeNode(meta, TextOf(*identifier), TextOf(*name))).Detach();
+        const std::string key = TextOf(*identifier);
+        const std::string text = TextOf(*name);
+        const Reference meta(*metaNodeName);
+        *result = ShowNode(*this, Store().MakeNode(MetaNodeOf(*this, meta), key, text)).Detach();
     });
 }
 
 STDMETHODIMP Repository::MakeLink(VARIANT* ofMetaLink, VARIANT* sourceNode, VARIANT* targetNode,
                                   VARIANT* identifier, VARIANT* name, _Link** result) {
     return Do([&] {
-        const store::MetaLinkRef meta = MetaLinkOf(*this, *ofMetaLink);
-        const store::ObjectRef source = NodeOf(*this, *sourceNode);
-        const store::ObjectRef target = NodeOf(*this, *targetNode);
-        const store::ObjectRef link =
-            Store().MakeLink(meta, source, target, TextOf(*identifier), TextOf(*name));
+        const std::string key = TextOf(*identifier);
+        const std::string text = TextOf(*name);
+        const Reference meta(*ofMetaLink);
+        const Reference source(*sourceNode);
+        const Reference target(*targetNode);
+        const store::ObjectRef link = Store().MakeLink(
+            MetaLinkOf(*this, meta), NodeOf(*this, source), NodeOf(*this, target), key, text);
         *result = ShowLink(*this, link).Detach();
     });
 }
@@ -102,25 +115,33 @@ STDMETHODIMP Repository::MakeProperty(VARIANT* ofMetaObject, VARIANT* name, VARI
                                       VARIANT* about, VARIANT* metaTypeName,
                                       _MetaProperty** result) {
     return Do([&] {
-        const store::MetaObjectRef owner = MetaObjectOf(*this, *ofMetaObject);
+        const std::string text = TextOf(*name);
+        const std::string word = TextOf(*dataTypeWord);
         const std::string description = TextOf(*about);
+        const std::string typeName = TextOf(*metaTypeName);
+        const Reference owner(*ofMetaObject);
+        const store::MetaObjectRef meta = MetaObjectOf(*this, owner);
         store::MetaPropertyRef property;
         Store().Change([&] {
-            const auto metaType =
-                TypeFor(TextOf(*metaTypeName), TextOf(*dataTypeWord), description);
-            property = Store().MakeProperty(owner, TextOf(*name), metaType, description);
+            property =
+                Store().MakeProperty(meta, text, TypeFor(typeName, word, description), description);
         });
         *result = Show(*this, property).Detach();
     });
 }
 
 STDMETHODIMP Repository::RemoveClass(VARIANT* element) {
-    return Do([&] { Remove(ElementOf(*this, *element)); });
+    return Do([&] {
+        const Reference removed(*element);
+        Remove(removed.In(*this));
+    });
 }
 
 STDMETHODIMP Repository::MakeMetaNode(VARIANT* name, VARIANT* about, _MetaNode** result) {
     return Do([&] {
-        *result = Show(*this, Store().MakeMetaNode(TextOf(*name), TextOr(*about, ""))).Detach();
+        const std::string text = TextOf(*name);
+        const std::string description = TextOr(*about, "");
+        *result = Show(*this, Store().MakeMetaNode(text, description)).Detach();
     });
 }
 
@@ -129,10 +150,12 @@ STDMETHODIMP Repository::MakeMetaLink(VARIANT* name, VARIANT* sourceMetaNode,
                                       _MetaLink** result) {
     return Do([&] {
         const std::string text = TextOf(*name);
-        const store::MetaNodeRef source = MetaNodeOf(*this, *sourceMetaNode);
-        const store::MetaNodeRef target = MetaNodeOf(*this, *targetMetaNode);
-        const store::MetaLinkRef link = Store().MakeMetaLink(text, TextOr(*labelOfLink, text),
-                                                             source, target, TextOr(*about, ""));
+        const std::string linkName = TextOr(*labelOfLink, text);
+        const std::string description = TextOr(*about, "");
+        const Reference source(*sourceMetaNode);
+        const Reference target(*targetMetaNode);
+        const store::MetaLinkRef link = Store().MakeMetaLink(
+            text, linkName, MetaNodeOf(*this, source), MetaNodeOf(*this, target), description);
         *result = Show(*this, link).Detach();
     });
 }
@@ -140,14 +163,14 @@ STDMETHODIMP Repository::MakeMetaLink(VARIANT* name, VARIANT* sourceMetaNode,
 STDMETHODIMP Repository::MakeMetaType(VARIANT* name, VARIANT* dataTypeWord, VARIANT* about,
                                       _MetaType** result) {
     return Do([&] {
+        const std::string text = TextOf(*name);
         const std::string word = TextOf(*dataTypeWord);
+        const std::string description = TextOr(*about, "");
         const auto dataType = store::DataTypeOf(word);
         if (!dataType) {
             Throw(store::Number::invalidPropertyValue, "\"" + word + "\" is no data type");
         }
-        const store::MetaTypeRef made =
-            Store().MakeMetaType(TextOf(*name), *dataType, TextOr(*about, ""), nullptr);
-        *result = Show(*this, made).Detach();
+        *result = Show(*this, Store().MakeMetaType(text, *dataType, description, nullptr)).Detach();
     });
 }
 
@@ -157,9 +180,10 @@ STDMETHODIMP Repository::MakeMetaEnum(VARIANT* name, VARIANT* atomNames, VARIANT
         const std::string text = TextOf(*name);
         const std::vector<std::string> atoms =
             IsArray(*atomNames) ? TextsOf(*atomNames) : SplitAtoms(TextOf(*atomNames));
+        const std::string description = TextOr(*about, "");
         store::MetaTypeRef made;
         Store().Change([&] {
-            made = Store().MakeMetaType(text, store::DataType::string, TextOr(*about, ""),
+            made = Store().MakeMetaType(text, store::DataType::string, description,
                                         Store().MakeEnum(text, atoms));
         });
         *result = Show(*this, made).Detach();
@@ -167,12 +191,16 @@ STDMETHODIMP Repository::MakeMetaEnum(VARIANT* name, VARIANT* atomNames, VARIANT
 }
 
 STDMETHODIMP Repository::get_Objects(VARIANT* identifier, IDispatch** result) {
-    return Do([&] { *result = Show(*this, Store().Find(TextOf(*identifier))).Detach(); });
+    return Do([&] {
+        const std::string key = TextOf(*identifier);
+        *result = Show(*this, Store().Find(key)).Detach();
+    });
 }
 
 STDMETHODIMP Repository::Import(VARIANT* file, long* result) {
     return Do([&] {
-        messages_ = type_library::Import(Store(), Wide(TextOf(*file)));
+        const std::wstring path = Wide(TextOf(*file));
+        messages_ = type_library::Import(Store(), path);
         *result = static_cast<long>(messages_.size());
     });
 }
@@ -184,8 +212,9 @@ STDMETHODIMP Repository::get_ImportMessages(VARIANT* result) {
 STDMETHODIMP Repository::Generate(VARIANT* metaNodeCount, VARIANT* nodeCount, VARIANT* linkCount,
                                   VARIANT* propertyCount) {
     return Do([&] {
-        synthetic::Generate(Store(), {LongOf(*metaNodeCount), LongOf(*nodeCount),
-                                      LongOf(*linkCount), LongOf(*propertyCount)});
+        const synthetic::Size size = {LongOf(*metaNodeCount), LongOf(*nodeCount),
+                                      LongOf(*linkCount), LongOf(*propertyCount)};
+        synthetic::Generate(Store(), size);
     });
 }
 

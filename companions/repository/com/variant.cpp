@@ -33,10 +33,15 @@ _variant_t Plain(const VARIANT& value) {
     return plain;
 }
 
-_variant_t Converted(const VARIANT& value, VARTYPE type) {
+/// A plain value in another type.
+_variant_t ConvertedPlain(const VARIANT& value, VARTYPE type) {
     _variant_t converted;
-    ole::Check(ole::ChangeType(converted, Plain(value), type));
+    ole::Check(ole::ChangeType(converted, value, type));
     return converted;
+}
+
+_variant_t Converted(const VARIANT& value, VARTYPE type) {
+    return ConvertedPlain(Plain(value), type);
 }
 
 /// Locks an array's elements for reading or writing.
@@ -97,7 +102,11 @@ store::Bytes ToBytes(const _variant_t& value) {
     LONG at = 0;
     ole::Check(SafeArrayGetLBound(array, 1, &at));
     for (std::uint8_t& byte : bytes) {
-        const _variant_t converted = Converted(ElementAt(value, at), VT_UI1);
+        const _variant_t element = ElementAt(value, at);
+        if (V_VT(&element) == VT_DISPATCH || V_VT(&element) == VT_UNKNOWN) {
+            ole::Throw(ole::Number::typeMismatch);
+        }
+        const _variant_t converted = ConvertedPlain(element, VT_UI1);
         byte = V_UI1(&converted);
         ++at;
     }
@@ -211,16 +220,16 @@ Value AsGiven(const _variant_t& value) {
         case VT_BSTR:
             return TextIn(value);
         case VT_I1:
-            return AsGiven(Converted(value, VT_I2));
+            return AsGiven(ConvertedPlain(value, VT_I2));
         case VT_UI2:
         case VT_INT:
-            return AsGiven(Converted(value, VT_I4));
+            return AsGiven(ConvertedPlain(value, VT_I4));
         case VT_UI4:
         case VT_UINT:
         case VT_UI8:
-            return AsGiven(Converted(value, VT_I8));
+            return AsGiven(ConvertedPlain(value, VT_I8));
         case VT_DECIMAL:
-            return AsGiven(Converted(value, VT_R8));
+            return AsGiven(ConvertedPlain(value, VT_R8));
         default:
             return ToBytes(value);
     }
@@ -230,6 +239,10 @@ Value AsGiven(const _variant_t& value) {
 
 bool IsGiven(const VARIANT& argument) {
     return V_VT(&argument) != VT_ERROR || V_ERROR(&argument) != DISP_E_PARAMNOTFOUND;
+}
+
+_variant_t PlainValue(const VARIANT& argument) {
+    return Plain(argument);
 }
 
 std::string TextOf(const VARIANT& argument) {
@@ -290,8 +303,7 @@ Value ValueAsGiven(const VARIANT& value) {
     return AsGiven(Plain(value));
 }
 
-Value ToValue(const VARIANT& value, const store::MetaProperty& property) {
-    const _variant_t plain = Plain(value);
+Value ToValue(const _variant_t& plain, const store::MetaProperty& property) {
     const DataType type = property.type->dataType;
     if (V_VT(&plain) == VT_EMPTY) return store::Empty();
     const bool isEmptyText = V_VT(&plain) == VT_BSTR && SysStringLen(V_BSTR(&plain)) == 0;
@@ -299,7 +311,7 @@ Value ToValue(const VARIANT& value, const store::MetaProperty& property) {
     if (isEmptyText && !isText && type != DataType::variant) return store::Empty();
     if (type == DataType::variant) return AsGiven(plain);
     if (type == DataType::blob) return ToBytes(plain);
-    return AsGiven(Converted(plain, VarTypeOf(type)));
+    return AsGiven(ConvertedPlain(plain, VarTypeOf(type)));
 }
 
 VARIANT_BOOL ToResult(bool flag) {

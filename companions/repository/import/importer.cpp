@@ -121,14 +121,26 @@ unsigned TableFlags(ITypeInfo& info, const TYPEATTR& attributes) {
 store::Value Constant(const VARIANT* value) {
     if (value == nullptr) return store::Empty();
     switch (V_VT(value)) {
-        case VT_EMPTY:
-        case VT_NULL:
-        case VT_ERROR:
-        case VT_DISPATCH:
-        case VT_UNKNOWN:
-            return store::Empty();
-        default:
+        case VT_BOOL:
+        case VT_I1:
+        case VT_UI1:
+        case VT_I2:
+        case VT_UI2:
+        case VT_I4:
+        case VT_UI4:
+        case VT_I8:
+        case VT_UI8:
+        case VT_INT:
+        case VT_UINT:
+        case VT_R4:
+        case VT_R8:
+        case VT_CY:
+        case VT_DATE:
+        case VT_BSTR:
+        case VT_DECIMAL:
             return com::ValueAsGiven(*value);
+        default:
+            return store::Empty();
     }
 }
 

@@ -124,6 +124,10 @@ void CallEverything(const LateBound& object, const std::vector<Value>& lattice) 
 }
 
 TEST_F(RepositoryTest, NoValueInNoArgumentDoesAnyHarm) {
+    // Some of the values are paths.
+    const ScratchFolder scratch;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(scratch.Path());
     const auto lattice = Lattice(rep, anna);
     for (const LateBound& object : {annaInCottage, anna, age, livesIn, person}) {
         CallEverything(object, lattice);
@@ -138,6 +142,7 @@ TEST_F(RepositoryTest, NoValueInNoArgumentDoesAnyHarm) {
     CallEverything(other, lattice);
     CallEverything(LateBound(Component().Create("UUIDGenerator")), lattice);
     EXPECT_TRUE(rep.Call("MakeMetaNode", "Afterwards"));
+    std::filesystem::current_path(before);
 }
 
 }  // namespace
