@@ -112,7 +112,9 @@ TEST(Durability, AnImportIsThereCompletelyOrNotAtAllWhenTheHostIsKilled) {
         const Outcome opened = rep.Do("Open", file);
         ASSERT_TRUE(opened) << opened.Text();
         const std::size_t nodes = MetaNodesOf(rep);
-        if (last == 1 || nodes != before) EXPECT_EQ(nodes, MetaNodesOf(whole));
+        if (last == 1 || nodes != before) {
+            EXPECT_EQ(nodes, MetaNodesOf(whole));
+        }
         ASSERT_TRUE(rep.Do("Close"));
     }
 }

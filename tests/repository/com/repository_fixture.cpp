@@ -85,9 +85,10 @@ void RepositoryTest::SetUp() {
 
 ScratchFolder::ScratchFolder() {
     static std::atomic<int> next = 0;
+    // A process of the same number may have left one when it was killed.
     folder_ = std::filesystem::temp_directory_path() /
-              (L"orvane-repository-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-               std::to_wstring(++next));
+              (L"orvane-repository-" + std::to_wstring(GetTickCount64()) + L"-" +
+               std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++next));
     std::filesystem::create_directories(folder_);
 }
 
