@@ -101,6 +101,36 @@ Bytes Statement::Rows::Blob(int column) const {
     return bytes == nullptr ? Bytes() : Bytes(bytes, bytes + length);
 }
 
+Value Statement::Rows::ReadValue(int typeColumn, int valueColumn) const {
+    const auto integer = [&] { return Integer(valueColumn); };
+    switch (Integer(typeColumn)) {
+        case 1:
+            return integer() != 0;
+        case 2:
+            return static_cast<std::uint8_t>(integer());
+        case 3:
+            return static_cast<std::int16_t>(integer());
+        case 4:
+            return static_cast<std::int32_t>(integer());
+        case 5:
+            return integer();
+        case 6:
+            return static_cast<float>(Real(valueColumn));
+        case 7:
+            return Real(valueColumn);
+        case 8:
+            return Currency{integer()};
+        case 9:
+            return Date{Real(valueColumn)};
+        case 10:
+            return Text(valueColumn);
+        case 11:
+            return Blob(valueColumn);
+        default:
+            return Empty();
+    }
+}
+
 void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {
     sqlite3_finalize(statement);
 }

@@ -43,6 +43,8 @@ public:
         double Real(int column) const;
         std::string Text(int column) const;
         Bytes Blob(int column) const;
+        /// A value from the column that names its alternative and the column that has its content.
+        Value ReadValue(int typeColumn, int valueColumn) const;
 
     private:
         Statement* statement_;

@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "repository/store/checked_value.h"
 #include "repository/store/error.h"
 #include "repository/store/store.h"
 
@@ -163,6 +164,32 @@ void Store::InsertStandardProperties(const MetaObjectRef& owner) {
     InsertProperty(owner, "Description", note, "", Role::description);
 }
 
+void Store::SetAbstract(const MetaNodeRef& node, bool abstract) {
+    ChangeScope change(*this);
+    RequireOwn(*node);
+    database_->Cached("UPDATE meta_object SET is_abstract = ?2 WHERE id = ?1")
+        .Execute(node->id, abstract);
+    node->abstract = abstract;
+    change.Commit();
+}
+
+void Store::AddSupertype(const MetaNodeRef& node, const MetaNodeRef& supertype) {
+    ChangeScope change(*this);
+    RequireOwn(*node);
+    RequireOwn(*supertype);
+    if (supertype->IsKindOf(*node)) {
+        throw Error(Number::invalidCall, "\"" + supertype->name + "\" is a kind of \"" +
+                                             node->name + "\", it cannot be its supertype");
+    }
+    for (const MetaNodeRef& known : node->supertypes) {
+        if (known == supertype) return;
+    }
+    database_->Cached("INSERT INTO meta_supertype(meta_node, supertype) VALUES(?1, ?2)")
+        .Execute(node->id, supertype->id);
+    meta_.AddSupertype(node, supertype);
+    change.Commit();
+}
+
 void Store::Rename(const MetaObjectRef& object, const std::string& name) {
     ChangeScope change(*this);
     RequireOwn(*object);
@@ -180,8 +207,8 @@ void Store::Rename(const MetaObjectRef& object, const std::string& name) {
         meta_.nodes.Renamed(node, before);
     } else {
         meta_.links.Renamed(link, before);
-        link->source->outgoing.Renamed(link, before);
-        link->target->incoming.Renamed(link, before);
+        for (MetaNode* heir : link->source->Heirs()) heir->outgoing.Renamed(link, before);
+        for (MetaNode* heir : link->target->Heirs()) heir->incoming.Renamed(link, before);
     }
     change.Commit();
 }
@@ -200,8 +227,9 @@ void Store::Remove(const MetaObjectRef& object) {
     RequireOwn(*object);
     std::vector<ObjectSet> sets = {ObjectSet::Instances(*object)};
     if (const auto node = std::dynamic_pointer_cast<MetaNode>(object)) {
-        for (const MetaLinkRef& link : node->outgoing) sets.push_back(ObjectSet::Instances(*link));
-        for (const MetaLinkRef& link : node->incoming) sets.push_back(ObjectSet::Instances(*link));
+        for (const MetaLinkRef& link : meta_.LinksOf(*node)) {
+            sets.push_back(ObjectSet::Instances(*link));
+        }
     }
     Forget(sets);
     database_->Cached("DELETE FROM meta_object WHERE id = ?1").Execute(object->id);
@@ -275,6 +303,21 @@ void Store::SetPersistent(const MetaPropertyRef& property, bool persistent) {
     database_->Cached("UPDATE meta_property SET is_persistent = ?2 WHERE id = ?1")
         .Execute(property->id, persistent);
     property->persistent = persistent;
+    change.Commit();
+}
+
+void Store::SetDefault(const MetaPropertyRef& property, const Value& value) {
+    ChangeScope change(*this);
+    RequireLive(*property);
+    const Value kept = Checked(*property, value);
+    if (property->role != Role::value) {
+        throw Error(Number::permissionDenied,
+                    "Every object has the property \"" + property->name + "\"");
+    }
+    database_
+        ->Cached("UPDATE meta_property SET default_type = ?2, default_value = ?3 WHERE id = ?1")
+        .Execute(property->id, static_cast<std::int64_t>(kept.index()), kept);
+    property->defaultValue = kept;
     change.Commit();
 }
 

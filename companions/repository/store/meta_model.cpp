@@ -1,5 +1,8 @@
 #include "repository/store/meta_model.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "repository/store/error.h"
 
 namespace repository::store {
@@ -47,6 +50,32 @@ std::shared_ptr<T> Demand(const std::unordered_map<Id, std::shared_ptr<T>>& elem
 
 }  // namespace
 
+bool MetaNode::IsKindOf(const MetaNode& other) const {
+    if (this == &other) return true;
+    std::vector<const MetaNode*> known = {this};
+    for (std::size_t next = 0; next < known.size(); ++next) {
+        for (const MetaNodeRef& supertype : known[next]->supertypes) {
+            if (supertype.get() == &other) return true;
+            if (std::find(known.begin(), known.end(), supertype.get()) == known.end()) {
+                known.push_back(supertype.get());
+            }
+        }
+    }
+    return false;
+}
+
+std::vector<MetaNode*> MetaNode::Heirs() {
+    std::vector<MetaNode*> heirs = {this};
+    for (std::size_t next = 0; next < heirs.size(); ++next) {
+        for (MetaNode* subtype : heirs[next]->subtypes) {
+            if (std::find(heirs.begin(), heirs.end(), subtype) == heirs.end()) {
+                heirs.push_back(subtype);
+            }
+        }
+    }
+    return heirs;
+}
+
 MetaObjectRef MetaModel::Find(Id id) const {
     const auto found = objects_.find(id);
     return found == objects_.end() ? nullptr : found->second;
@@ -60,12 +89,15 @@ void MetaModel::Read(Database& database) {
         if (const auto node = std::dynamic_pointer_cast<MetaNode>(object)) {
             node->outgoing.Clear();
             node->incoming.Clear();
+            node->supertypes.clear();
+            node->subtypes.clear();
         }
     }
     objects_.clear();
     ReadEnumerations(database);
     ReadTypes(database);
     ReadNodes(database);
+    ReadSupertypes(database);
     ReadLinks(database);
     ReadProperties(database, properties);
 }
@@ -126,14 +158,29 @@ void MetaModel::ReadNodes(Database& database) {
     known.Remember(nodes);
     nodes.Clear();
     Statement all = database.Prepare(
-        "SELECT id, name, description, built_in FROM meta_object WHERE source IS NULL ORDER BY id");
+        "SELECT id, name, description, built_in, is_abstract FROM meta_object "
+        "WHERE source IS NULL ORDER BY id");
     for (auto row = all.Run(); row.Next();) {
         const MetaNodeRef node = known.Take(row.Integer(0));
         node->name = row.Text(1);
         node->description = row.Text(2);
         node->builtIn = row.Integer(3) != 0;
+        node->abstract = row.Integer(4) != 0;
         node->instances.reset();
         Add(node);
+    }
+}
+
+void MetaModel::ReadSupertypes(Database& database) {
+    Statement all = database.Prepare(
+        "SELECT meta_node, supertype FROM meta_supertype ORDER BY meta_node, supertype");
+    for (auto row = all.Run(); row.Next();) {
+        const auto node = std::dynamic_pointer_cast<MetaNode>(Find(row.Integer(0)));
+        const auto supertype = std::dynamic_pointer_cast<MetaNode>(Find(row.Integer(1)));
+        if (!node || !supertype || supertype->IsKindOf(*node)) {
+            throw Error(Number::invalidFileFormat, "The repository file is damaged (supertypes)");
+        }
+        AddSupertype(node, supertype);
     }
 }
 
@@ -166,7 +213,8 @@ void MetaModel::ReadProperties(Database& database, const std::vector<MetaPropert
     for (const MetaTypeRef& type : types) typeById.emplace(type->id, type);
 
     Statement all = database.Prepare(
-        "SELECT id, owner, name, description, type, role, is_dynamic, is_persistent "
+        "SELECT id, owner, name, description, type, role, is_dynamic, is_persistent, default_type, "
+        "default_value "
         "FROM meta_property ORDER BY id");
     for (auto row = all.Run(); row.Next();) {
         const MetaPropertyRef property = known.Take(row.Integer(0));
@@ -178,6 +226,7 @@ void MetaModel::ReadProperties(Database& database, const std::vector<MetaPropert
         property->role = static_cast<Role>(row.Integer(5));
         property->dynamic = row.Integer(6) != 0;
         property->persistent = row.Integer(7) != 0;
+        property->defaultValue = row.ReadValue(8, 9);
         owner->properties.Add(property);
     }
 }
@@ -190,8 +239,22 @@ void MetaModel::Add(const MetaNodeRef& node) {
 void MetaModel::Add(const MetaLinkRef& link) {
     links.Add(link);
     objects_.emplace(link->id, link);
-    link->source->outgoing.Add(link);
-    link->target->incoming.Add(link);
+    for (MetaNode* heir : link->source->Heirs()) heir->outgoing.Add(link);
+    for (MetaNode* heir : link->target->Heirs()) heir->incoming.Add(link);
+}
+
+void MetaModel::AddSupertype(const MetaNodeRef& node, const MetaNodeRef& supertype) {
+    node->supertypes.push_back(supertype);
+    supertype->subtypes.push_back(node.get());
+    const auto inherit = [](NamedList<MetaLink>& list, const NamedList<MetaLink>& inherited) {
+        for (const MetaLinkRef& link : inherited) {
+            if (!list.Find(link->name)) list.Add(link);
+        }
+    };
+    for (MetaNode* heir : node->Heirs()) {
+        inherit(heir->outgoing, supertype->outgoing);
+        inherit(heir->incoming, supertype->incoming);
+    }
 }
 
 void MetaModel::Forget(const MetaObjectRef& object) {
@@ -199,13 +262,44 @@ void MetaModel::Forget(const MetaObjectRef& object) {
     for (const MetaPropertyRef& property : object->properties) property->removed = true;
     objects_.erase(object->id);
     if (const auto link = std::dynamic_pointer_cast<MetaLink>(object)) {
-        link->source->outgoing.Remove(*link);
-        link->target->incoming.Remove(*link);
+        for (MetaNode* heir : link->source->Heirs()) heir->outgoing.Remove(*link);
+        for (MetaNode* heir : link->target->Heirs()) heir->incoming.Remove(*link);
         links.Remove(*link);
     } else if (const auto node = std::dynamic_pointer_cast<MetaNode>(object)) {
-        while (node->outgoing.Count() > 0) Forget(node->outgoing.At(0));
-        while (node->incoming.Count() > 0) Forget(node->incoming.At(0));
+        for (const MetaLinkRef& own : LinksOf(*node)) Forget(own);
         nodes.Remove(*node);
+        ForgetSupertypes(*node);
+    }
+}
+
+std::vector<MetaLinkRef> MetaModel::LinksOf(const MetaNode& node) const {
+    std::vector<MetaLinkRef> found;
+    for (const MetaLinkRef& link : links) {
+        if (link->source.get() == &node || link->target.get() == &node) found.push_back(link);
+    }
+    return found;
+}
+
+void MetaModel::ForgetSupertypes(MetaNode& node) {
+    if (node.supertypes.empty() && node.subtypes.empty()) return;
+    std::vector<std::pair<MetaNodeRef, MetaNodeRef>> others;
+    for (const MetaNodeRef& each : nodes) {
+        for (const MetaNodeRef& supertype : each->supertypes) {
+            if (supertype.get() != &node) others.emplace_back(each, supertype);
+        }
+    }
+    const auto forget = [](MetaNode& each) {
+        each.outgoing.Clear();
+        each.incoming.Clear();
+        each.supertypes.clear();
+        each.subtypes.clear();
+    };
+    forget(node);
+    for (const MetaNodeRef& each : nodes) forget(*each);
+    for (const auto& [each, supertype] : others) AddSupertype(each, supertype);
+    for (const MetaLinkRef& link : links) {
+        for (MetaNode* heir : link->source->Heirs()) heir->outgoing.Add(link);
+        for (MetaNode* heir : link->target->Heirs()) heir->incoming.Add(link);
     }
 }
 

@@ -42,6 +42,8 @@ struct MetaProperty : Element {
     Role role = Role::value;
     bool dynamic = false;
     bool persistent = true;
+    /// What an object answers that has no value of its own.
+    Value defaultValue;
 };
 
 /// What meta nodes and meta links have in common.
@@ -55,10 +57,20 @@ struct MetaObject : Element {
     mutable std::optional<std::int64_t> instances;
 };
 
-/// A type of nodes.
+/// A type of nodes. Its nodes are at the ends of its own meta links and of those of its supertypes,
+/// directly or not; both are in the lists. Properties are not inherited.
 struct MetaNode : MetaObject {
+    /// Has no nodes of its own.
+    bool abstract = false;
     NamedList<MetaLink> outgoing;
     NamedList<MetaLink> incoming;
+    std::vector<std::shared_ptr<MetaNode>> supertypes;
+    std::vector<MetaNode*> subtypes;
+
+    /// Whether it is that meta node or has it among its supertypes, directly or not.
+    bool IsKindOf(const MetaNode& other) const;
+    /// Itself and all that have it among their supertypes, directly or not.
+    std::vector<MetaNode*> Heirs();
 };
 
 /// A type of links from the nodes of one meta node to those of another. `linkName` is what the
@@ -115,10 +127,18 @@ public:
     void Add(const MetaLinkRef& link);
     void Forget(const MetaObjectRef& object);
 
+    /// Makes one meta node a supertype of another, which inherits its meta links.
+    void AddSupertype(const MetaNodeRef& node, const MetaNodeRef& supertype);
+
+    /// The meta links that have the meta node itself at an end.
+    std::vector<MetaLinkRef> LinksOf(const MetaNode& node) const;
+
 private:
+    void ForgetSupertypes(MetaNode& node);
     void ReadEnumerations(Database& database);
     void ReadTypes(Database& database);
     void ReadNodes(Database& database);
+    void ReadSupertypes(Database& database);
     void ReadLinks(Database& database);
     void ReadProperties(Database& database, const std::vector<MetaPropertyRef>& before);
 

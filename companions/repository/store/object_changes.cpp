@@ -1,7 +1,6 @@
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
+#include "repository/store/checked_value.h"
 #include "repository/store/error.h"
 #include "repository/store/store.h"
 
@@ -9,46 +8,9 @@ namespace repository::store {
 
 namespace {
 
-/// The name of the enumeration's value that `text` means: the same, or the only one that is the
-/// same without case.
-std::string AtomOf(const MetaEnum& enumeration, const std::string& text) {
-    const MetaAtom* found = nullptr;
-    int matches = 0;
-    const std::string key = FoldCase(text);
-    for (const auto& atom : enumeration.atoms) {
-        if (atom->name == text) return text;
-        if (FoldCase(atom->name) != key) continue;
-        found = atom.get();
-        ++matches;
-    }
-    if (matches == 1) return found->name;
-    throw Error(Number::invalidPropertyValue,
-                "\"" + text + "\" is no value of the enumeration \"" + enumeration.name + "\"");
-}
-
-bool IsNoNumber(const Value& value) {
-    if (const auto* number = std::get_if<double>(&value)) return std::isnan(*number);
-    if (const auto* number = std::get_if<float>(&value)) return std::isnan(*number);
-    if (const auto* date = std::get_if<Date>(&value)) return std::isnan(date->days);
-    return false;
-}
-
-/// The value as it is to be kept. Throws where it does not fit the type.
-Value Checked(const MetaProperty& property, const Value& value) {
-    if (!Fits(value, property.type->dataType)) {
-        throw Error(Number::typeMismatch, "The values of \"" + property.name + "\" are of type " +
-                                              std::string(WordOf(property.type->dataType)));
-    }
-    if (IsNoNumber(value)) {
-        throw Error(Number::invalidPropertyValue,
-                    "The value of \"" + property.name + "\" is not a number");
-    }
-    if (property.type->enumeration) {
-        if (const auto* text = std::get_if<std::string>(&value)) {
-            return AtomOf(*property.type->enumeration, *text);
-        }
-    }
-    return value;
+bool IsNodeOf(const Object& object, const MetaNode& meta) {
+    const auto* node = dynamic_cast<const MetaNode*>(object.meta.get());
+    return node != nullptr && node->IsKindOf(meta);
 }
 
 std::string TextOrNone(const Value& value) {
@@ -97,6 +59,9 @@ ObjectRef Store::MakeNode(const MetaNodeRef& meta, const std::string& identifier
     if (meta->builtIn) {
         throw Error(Number::invalidCall, "\"" + meta->name + "\" has no nodes of its own");
     }
+    if (meta->abstract) {
+        throw Error(Number::invalidCall, "\"" + meta->name + "\" is abstract");
+    }
     ObjectRef node = InsertObject(meta, identifier, name, 0, 0);
     change.Commit();
     return node;
@@ -110,7 +75,7 @@ ObjectRef Store::MakeLink(const MetaLinkRef& meta, const ObjectRef& source, cons
     Update(*target);
     RequireLive(*source);
     RequireLive(*target);
-    if (source->meta != meta->source || target->meta != meta->target) {
+    if (!IsNodeOf(*source, *meta->source) || !IsNodeOf(*target, *meta->target)) {
         throw Error(Number::typeMismatch, "The links of \"" + meta->name + "\" go from \"" +
                                               meta->source->name + "\" to \"" + meta->target->name +
                                               "\"");
@@ -203,7 +168,15 @@ Value Store::GetValue(Object& object, const MetaProperty& property) {
     }
     const Values& values = reader_.ValuesOf(object);
     const auto found = values.find(property.id);
-    return found == values.end() ? Value() : found->second;
+    if (found != values.end()) return found->second;
+    return property.dynamic ? Value() : property.defaultValue;
+}
+
+bool Store::HasValue(Object& object, const MetaProperty& property) {
+    if (property.role != Role::value) return !TextOrNone(GetValue(object, property)).empty();
+    Update(object);
+    RequireLive(object);
+    return reader_.ValuesOf(object).contains(property.id);
 }
 
 void Store::SetValue(const ObjectRef& object, const MetaProperty& property, const Value& value) {

@@ -25,36 +25,6 @@ std::string Condition(const ObjectSet& set) {
     return "0";
 }
 
-Value ReadValue(const Statement::Rows& row, int typeColumn, int valueColumn) {
-    const auto integer = [&] { return row.Integer(valueColumn); };
-    switch (row.Integer(typeColumn)) {
-        case 1:
-            return integer() != 0;
-        case 2:
-            return static_cast<std::uint8_t>(integer());
-        case 3:
-            return static_cast<std::int16_t>(integer());
-        case 4:
-            return static_cast<std::int32_t>(integer());
-        case 5:
-            return integer();
-        case 6:
-            return static_cast<float>(row.Real(valueColumn));
-        case 7:
-            return row.Real(valueColumn);
-        case 8:
-            return Currency{integer()};
-        case 9:
-            return Date{row.Real(valueColumn)};
-        case 10:
-            return row.Text(valueColumn);
-        case 11:
-            return row.Blob(valueColumn);
-        default:
-            return Empty();
-    }
-}
-
 }  // namespace
 
 Object::~Object() {
@@ -235,7 +205,7 @@ void ObjectReader::ReadValues(Object& object) {
              database_->Cached("SELECT property, type, value FROM property_value WHERE object = ?1")
                  .Run(object.id);
          row.Next();) {
-        values.emplace(row.Integer(0), ReadValue(row, 1, 2));
+        values.emplace(row.Integer(0), row.ReadValue(1, 2));
     }
     object.values_ = std::move(values);
 }

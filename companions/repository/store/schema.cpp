@@ -1,5 +1,6 @@
 #include "repository/store/schema.h"
 
+#include <iterator>
 #include <string>
 
 #include "repository/store/error.h"
@@ -104,6 +105,44 @@ CREATE VIEW value AS
     JOIN meta_property ON meta_property.id = property;
 )sql";
 
+/// What the versions after the first one have added: the step at index 0 leads to version 2.
+constexpr const char* upgrades[] = {
+    R"sql(
+ALTER TABLE meta_object ADD COLUMN is_abstract INTEGER NOT NULL DEFAULT 0;
+
+-- The nodes of a meta node are at the ends of the meta links of its supertypes too.
+CREATE TABLE meta_supertype(
+    meta_node INTEGER NOT NULL REFERENCES meta_object ON DELETE CASCADE,
+    supertype INTEGER NOT NULL REFERENCES meta_object ON DELETE CASCADE,
+    PRIMARY KEY(meta_node, supertype)) WITHOUT ROWID;
+CREATE INDEX meta_supertype_supertype ON meta_supertype(supertype);
+
+-- What an object's property is when it is not set; typed as in property_value.
+ALTER TABLE meta_property ADD COLUMN default_type INTEGER NOT NULL DEFAULT 0;
+ALTER TABLE meta_property ADD COLUMN default_value;
+
+-- A metamodel that was imported: its root package as Ecore, and which elements stand for its parts.
+CREATE TABLE metamodel(
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    uri TEXT NOT NULL UNIQUE,
+    file TEXT NOT NULL,
+    ecore TEXT NOT NULL);
+CREATE TABLE metamodel_part(
+    id INTEGER PRIMARY KEY AUTOINCREMENT,
+    metamodel INTEGER NOT NULL REFERENCES metamodel ON DELETE CASCADE,
+    path TEXT NOT NULL,
+    name TEXT NOT NULL,
+    meta_object INTEGER REFERENCES meta_object ON DELETE CASCADE,
+    meta_property INTEGER REFERENCES meta_property ON DELETE CASCADE,
+    meta_type INTEGER REFERENCES meta_type ON DELETE CASCADE);
+CREATE INDEX metamodel_part_metamodel ON metamodel_part(metamodel);
+CREATE INDEX metamodel_part_object ON metamodel_part(meta_object);
+CREATE INDEX metamodel_part_property ON metamodel_part(meta_property);
+CREATE INDEX metamodel_part_type ON metamodel_part(meta_type);
+)sql",
+};
+static_assert(std::size(upgrades) == schemaVersion - 1);
+
 struct BuiltInType {
     const char* name;
     DataType dataType;
@@ -141,9 +180,17 @@ constexpr BuiltInNode builtInNodes[] = {
     {built_in::metaProperty, "The type of the meta properties"},
 };
 
-constexpr const char* expectedTables[] = {"meta_enum",     "meta_atom",     "meta_type",
-                                          "meta_object",   "meta_property", "object",
-                                          "property_value"};
+constexpr const char* expectedTables[] = {
+    "meta_enum", "meta_atom",      "meta_type",      "meta_object", "meta_property",
+    "object",    "property_value", "meta_supertype", "metamodel",   "metamodel_part"};
+
+/// Runs the steps that lead from a version to the present one.
+void Upgrade(Database& database, std::int64_t version) {
+    for (; version < schemaVersion; ++version) {
+        database.Execute(upgrades[version - 1]);
+        database.Execute("PRAGMA user_version = " + std::to_string(version + 1));
+    }
+}
 
 }  // namespace
 
@@ -164,7 +211,20 @@ void CreateSchema(Database& database) {
                      std::string_view(each.description));
     }
     database.Execute("PRAGMA application_id = " + std::to_string(applicationId));
-    database.Execute("PRAGMA user_version = " + std::to_string(schemaVersion));
+    database.Execute("PRAGMA user_version = 1");
+    Upgrade(database, 1);
+    transaction.Commit();
+}
+
+void UpgradeSchema(Database& database) {
+    if (database.ReadInteger("PRAGMA application_id") != applicationId ||
+        database.ReadInteger("PRAGMA user_version") >= schemaVersion) {
+        return;
+    }
+    Transaction transaction(database, 0);
+    // Another program may have done it meanwhile.
+    const std::int64_t version = database.ReadInteger("PRAGMA user_version");
+    if (version >= 1) Upgrade(database, version);
     transaction.Commit();
 }
 

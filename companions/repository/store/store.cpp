@@ -58,6 +58,7 @@ std::unique_ptr<Store> Store::Open(const std::string& path) {
     }
     auto database = std::make_unique<Database>(file, Database::Mode::readWrite);
     Configure(*database, defaultBusyTimeout);
+    UpgradeSchema(*database);
     CheckSchema(*database);
     std::unique_ptr<Store> store(new Store);
     store->Use(std::move(database), file);

@@ -76,6 +76,10 @@ public:
     MetaPropertyRef MakeProperty(const MetaObjectRef& owner, const std::string& name,
                                  const MetaTypeRef& type, const std::string& description);
 
+    void SetAbstract(const MetaNodeRef& node, bool abstract);
+    /// Makes one meta node a supertype of another; no meta node becomes its own (5).
+    void AddSupertype(const MetaNodeRef& node, const MetaNodeRef& supertype);
+
     void Rename(const MetaObjectRef& object, const std::string& name);
     void Describe(const MetaObjectRef& object, const std::string& description);
     /// Removes a meta object with its instances, and a meta node with its meta links. The built-in
@@ -91,6 +95,8 @@ public:
     void Retype(const MetaPropertyRef& property, const MetaTypeRef& type);
     void SetDynamic(const MetaPropertyRef& property, bool dynamic);
     void SetPersistent(const MetaPropertyRef& property, bool persistent);
+    /// What objects answer that have no value; it has to fit the property's type (13, 380).
+    void SetDefault(const MetaPropertyRef& property, const Value& value);
     /// Removes a property with its values. Name, identifier and description stay (70).
     void Remove(const MetaPropertyRef& property);
 
@@ -114,7 +120,7 @@ public:
     /// Identifiers are unique among nodes and links (457), and not empty (5).
     ObjectRef MakeNode(const MetaNodeRef& meta, const std::string& identifier,
                        const std::string& name);
-    /// The ends have to be nodes of the meta link's ends (13).
+    /// The ends have to be nodes of the meta link's ends or of their subtypes (13).
     ObjectRef MakeLink(const MetaLinkRef& meta, const ObjectRef& source, const ObjectRef& target,
                        const std::string& identifier, const std::string& name);
 
@@ -128,15 +134,49 @@ public:
     /// Removes a node with its links, or a link.
     void Remove(const ObjectRef& object);
 
-    /// The value that is set, or Empty. The property has to be one of the object's meta object.
+    /// The value that is set, else the property's default. The property has to be one of the
+    /// object's meta object.
     Value GetValue(Object& object, const MetaProperty& property);
+    /// Whether an object has a value of its own.
+    bool HasValue(Object& object, const MetaProperty& property);
     /// Sets a value, which has to fit the property's type (13, 380); Empty unsets it.
     void SetValue(const ObjectRef& object, const MetaProperty& property, const Value& value);
 
     /// Changes each time that nodes or links come or go: positions kept from before are void then.
     std::uint64_t Version() const { return version_; }
 
+    // Metamodels that were imported.
+
+    /// The root package of a metamodel, as Ecore.
+    struct Metamodel {
+        Id id = 0;
+        /// The namespace of the package, or what stands for one.
+        std::string uri;
+        /// The name of the file that it came from.
+        std::string file;
+        std::string ecore;
+    };
+    /// An element of the repository that stands for a part of a metamodel.
+    struct MetamodelPart {
+        /// "//Class", "//package/Class" or "//Class/feature".
+        std::string path;
+        /// What the element was called when it was made.
+        std::string name;
+        /// One of these is set.
+        MetaObjectRef object;
+        MetaPropertyRef property;
+        MetaTypeRef type;
+    };
+
+    std::vector<Metamodel> Metamodels();
+    std::vector<MetamodelPart> Parts(const Metamodel& metamodel);
+    /// Adds a metamodel; the namespace is one that none has yet (457).
+    Id AddMetamodel(const Metamodel& metamodel);
+    void AddPart(Id metamodel, const MetamodelPart& part);
+
 private:
+    friend class Loader;
+
     /// One change, or a part of a larger one; taken back unless it is committed.
     class ChangeScope {
     public:

@@ -1,0 +1,72 @@
+#include "repository/store/loader.h"
+
+#include "repository/store/checked_value.h"
+#include "repository/store/error.h"
+#include "repository/store/text.h"
+
+namespace repository::store {
+
+namespace {
+
+const std::string& TextIn(const Value& value) {
+    static const std::string none;
+    const auto* text = std::get_if<std::string>(&value);
+    return text != nullptr ? *text : none;
+}
+
+}  // namespace
+
+Loader::Loader(Store& store)
+    : database_(*store.database_),
+      store_(store),
+      node_(database_.Prepare("INSERT OR IGNORE INTO object(meta, identifier, name, name_key) "
+                              "VALUES(?1, ?2, ?3, ?4)")),
+      link_(database_.Prepare(
+          "INSERT OR IGNORE INTO object(meta, identifier, name, name_key, source, target) "
+          "SELECT ?1, ?2, name, name_key, ?3, ?4 FROM object WHERE id = ?4")),
+      value_(database_.Prepare(
+          "INSERT INTO property_value(object, property, type, value) VALUES(?1, ?2, ?3, ?4)")),
+      name_(database_.Prepare("UPDATE object SET name = ?2, name_key = ?3 WHERE id = ?1")),
+      description_(database_.Prepare("UPDATE object SET description = ?2 WHERE id = ?1")) {}
+
+Loader::~Loader() {
+    // What is held may be older than what was written.
+    ++store_.version_;
+    store_.reader_.Invalidate();
+}
+
+Id Loader::AddNode(const MetaNode& meta, std::string_view identifier, std::string_view name) {
+    node_.Execute(meta.id, identifier, name, FoldCase(name));
+    return Inserted(meta, database_.Changes() == 1);
+}
+
+Id Loader::AddLink(const MetaLink& meta, Id source, Id target, std::string_view identifier) {
+    link_.Execute(meta.id, identifier, source, target);
+    return Inserted(meta, database_.Changes() == 1);
+}
+
+Id Loader::Inserted(const MetaObject& meta, bool done) {
+    if (!done) return 0;
+    if (meta.instances) ++*meta.instances;
+    return database_.LastInsertId();
+}
+
+void Loader::SetValue(Id object, const MetaProperty& property, const Value& value) {
+    const Value kept = Checked(property, value);
+    switch (property.role) {
+        case Role::name:
+            name_.Execute(object, TextIn(kept), FoldCase(TextIn(kept)));
+            break;
+        case Role::description:
+            description_.Execute(object, TextIn(kept));
+            break;
+        case Role::identifier:
+            throw Error(Number::permissionDenied, "The identifier of an object does not change");
+        case Role::value:
+            if (IsEmpty(kept)) break;
+            value_.Execute(object, property.id, static_cast<std::int64_t>(kept.index()), kept);
+            break;
+    }
+}
+
+}  // namespace repository::store

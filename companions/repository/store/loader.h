@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "repository/store/store.h"
+
+namespace repository::store {
+
+/// Adds many nodes and links inside one change, without keeping a record of each. Who uses it has
+/// made sure that they fit the meta model.
+class Loader {
+public:
+    /// To be made and used inside `Store::Change`.
+    explicit Loader(Store& store);
+    ~Loader();
+    Loader(const Loader&) = delete;
+    Loader& operator=(const Loader&) = delete;
+
+    /// Adds a node; 0 where the identifier is in use already.
+    Id AddNode(const MetaNode& meta, std::string_view identifier, std::string_view name);
+    /// Adds a link that is named like its target; 0 where the identifier is in use already.
+    Id AddLink(const MetaLink& meta, Id source, Id target, std::string_view identifier);
+
+    /// Sets a value that a node does not have yet, which has to fit the property's type (13, 380).
+    void SetValue(Id object, const MetaProperty& property, const Value& value);
+
+private:
+    Id Inserted(const MetaObject& meta, bool done);
+
+    Database& database_;
+    Store& store_;
+    Statement node_;
+    Statement link_;
+    Statement value_;
+    Statement name_;
+    Statement description_;
+};
+
+}  // namespace repository::store
