@@ -12,6 +12,7 @@ enum class Number : unsigned short {
     outOfMemory = 7,
     subscriptOutOfRange = 9,
     typeMismatch = 13,
+    interrupted = 18,
     internal = 51,
     fileNotFound = 53,
     deviceError = 57,

@@ -23,7 +23,9 @@ Loader::Loader(Store& store)
                               "VALUES(?1, ?2, ?3, ?4)")),
       link_(database_.Prepare(
           "INSERT OR IGNORE INTO object(meta, identifier, name, name_key, source, target) "
-          "SELECT ?1, ?2, name, name_key, ?3, ?4 FROM object WHERE id = ?4")),
+          "SELECT ?1, source.identifier || ' ' || ?2 || ' ' || target.identifier || ?5, "
+          "target.name, target.name_key, source.id, target.id "
+          "FROM object AS source, object AS target WHERE source.id = ?3 AND target.id = ?4")),
       value_(database_.Prepare(
           "INSERT INTO property_value(object, property, type, value) VALUES(?1, ?2, ?3, ?4)")),
       name_(database_.Prepare("UPDATE object SET name = ?2, name_key = ?3 WHERE id = ?1")),
@@ -37,16 +39,19 @@ Loader::~Loader() {
 
 Id Loader::AddNode(const MetaNode& meta, std::string_view identifier, std::string_view name) {
     node_.Execute(meta.id, identifier, name, FoldCase(name));
-    return Inserted(meta, database_.Changes() == 1);
+    return database_.Changes() == 1 ? Inserted(meta) : 0;
 }
 
-Id Loader::AddLink(const MetaLink& meta, Id source, Id target, std::string_view identifier) {
-    link_.Execute(meta.id, identifier, source, target);
-    return Inserted(meta, database_.Changes() == 1);
+Id Loader::AddLink(const MetaLink& meta, Id source, Id target) {
+    link_.Execute(meta.id, meta.linkName, source, target, std::string_view());
+    while (database_.Changes() == 0) {
+        const int number = ++further_[{meta.id, source, target}] + 1;
+        link_.Execute(meta.id, meta.linkName, source, target, "#" + std::to_string(number));
+    }
+    return Inserted(meta);
 }
 
-Id Loader::Inserted(const MetaObject& meta, bool done) {
-    if (!done) return 0;
+Id Loader::Inserted(const MetaObject& meta) {
     if (meta.instances) ++*meta.instances;
     return database_.LastInsertId();
 }

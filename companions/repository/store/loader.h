@@ -1,7 +1,9 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "repository/store/store.h"
 
@@ -19,14 +21,14 @@ public:
 
     /// Adds a node; 0 where the identifier is in use already.
     Id AddNode(const MetaNode& meta, std::string_view identifier, std::string_view name);
-    /// Adds a link that is named like its target; 0 where the identifier is in use already.
-    Id AddLink(const MetaLink& meta, Id source, Id target, std::string_view identifier);
+    /// Adds a link that is named like its target, with an identifier of its ends and its kind.
+    Id AddLink(const MetaLink& meta, Id source, Id target);
 
     /// Sets a value that a node does not have yet, which has to fit the property's type (13, 380).
     void SetValue(Id object, const MetaProperty& property, const Value& value);
 
 private:
-    Id Inserted(const MetaObject& meta, bool done);
+    Id Inserted(const MetaObject& meta);
 
     Database& database_;
     Store& store_;
@@ -35,6 +37,8 @@ private:
     Statement value_;
     Statement name_;
     Statement description_;
+    /// How many links there are beside the first one of the same kind and ends.
+    std::map<std::tuple<Id, Id, Id>, int> further_;
 };
 
 }  // namespace repository::store

@@ -12,7 +12,7 @@ std::vector<Store::Metamodel> Store::Metamodels() {
     return all;
 }
 
-std::vector<Store::MetamodelPart> Store::Parts(const Metamodel& metamodel) {
+std::vector<Store::MetamodelPart> Store::Parts(Id metamodel) {
     std::unordered_map<Id, MetaPropertyRef> properties;
     const auto remember = [&](const auto& objects) {
         for (const auto& object : objects) {
@@ -28,7 +28,7 @@ std::vector<Store::MetamodelPart> Store::Parts(const Metamodel& metamodel) {
     for (auto row = database_
                         ->Cached("SELECT path, name, meta_object, meta_property, meta_type "
                                  "FROM metamodel_part WHERE metamodel = ?1 ORDER BY id")
-                        .Run(metamodel.id);
+                        .Run(metamodel);
          row.Next();) {
         MetamodelPart& part = parts.emplace_back();
         part.path = row.Text(0);

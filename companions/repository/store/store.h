@@ -169,7 +169,7 @@ public:
     };
 
     std::vector<Metamodel> Metamodels();
-    std::vector<MetamodelPart> Parts(const Metamodel& metamodel);
+    std::vector<MetamodelPart> Parts(Id metamodel);
     /// Adds a metamodel; the namespace is one that none has yet (457).
     Id AddMetamodel(const Metamodel& metamodel);
     void AddPart(Id metamodel, const MetamodelPart& part);

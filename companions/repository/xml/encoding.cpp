@@ -21,7 +21,35 @@ constexpr std::array<int, 256> MakeWindows1252() {
     return characters;
 }
 
+constexpr std::array<int, 256> MakeSame(int count) {
+    std::array<int, 256> characters{};
+    for (int byte = 0; byte < 256; ++byte) {
+        characters[static_cast<std::size_t>(byte)] = byte < count ? byte : -1;
+    }
+    return characters;
+}
+
 constexpr std::array<int, 256> windows1252 = MakeWindows1252();
+constexpr std::array<int, 256> ascii = MakeSame(128);
+constexpr std::array<int, 256> latin1 = MakeSame(256);
+
+struct Encoding {
+    std::string_view name;
+    const std::array<int, 256>& characters;
+};
+
+/// The parser knows the usual names of UTF-8, UTF-16, ISO-8859-1 and US-ASCII itself.
+constexpr Encoding encodings[] = {
+    {"windows-1252", windows1252},
+    {"cp1252", windows1252},
+    {"cp-1252", windows1252},
+    {"ascii", ascii},
+    {"latin1", latin1},
+    {"latin-1", latin1},
+    {"iso8859-1", latin1},
+    {"iso8859_1", latin1},
+    {"iso_8859-1", latin1},
+};
 
 bool IsSame(std::string_view first, std::string_view second) {
     const auto lower = [](char letter) {
@@ -34,8 +62,8 @@ bool IsSame(std::string_view first, std::string_view second) {
 }  // namespace
 
 const int* CharactersOf(std::string_view encoding) {
-    for (const std::string_view name : {"windows-1252", "cp1252", "cp-1252"}) {
-        if (IsSame(encoding, name)) return windows1252.data();
+    for (const Encoding& each : encodings) {
+        if (IsSame(encoding, each.name)) return each.characters.data();
     }
     return nullptr;
 }

@@ -101,6 +101,8 @@ TEST(XmlReader, ReadsEveryEncodingToUtf8) {
     EXPECT_EQ(EventsOf("<?xml version='1.0' encoding='US-ASCII'?><a>e</a>"), "<ae>");
     EXPECT_EQ(EventsOf("<?xml version='1.0' encoding='Windows-1252'?><a>\x80\xE9</a>"),
               "<a\xE2\x82\xAC\xC3\xA9>");
+    EXPECT_EQ(EventsOf("<?xml version='1.0' encoding='ASCII'?><a>e</a>"), "<ae>");
+    EXPECT_EQ(EventsOf("<?xml version='1.0' encoding='latin1'?><a>\xE9</a>"), "<a\xC3\xA9>");
     EXPECT_EQ(EventsOf(Utf16("<a>x</a>", true)), "<ax>");
     EXPECT_EQ(EventsOf(Utf16("<?xml version='1.0' encoding='UTF-16'?><a>x</a>", false)), "<ax>");
 }
@@ -109,6 +111,8 @@ TEST(XmlReader, RefusesBytesThatTheirEncodingDoesNotHave) {
     EXPECT_EQ(ErrorOf("<a>\xE9</a>"), "1:4: not well-formed (invalid token)");
     EXPECT_EQ(ErrorOf("<?xml version='1.0' encoding='US-ASCII'?><a>\xE9</a>"),
               "1:45: not well-formed (invalid token)");
+    EXPECT_EQ(ErrorOf("<?xml version='1.0' encoding='ASCII'?><a>\xE9</a>"),
+              "1:42: not well-formed (invalid token)");
     EXPECT_EQ(ErrorOf("<?xml version='1.0' encoding='windows-1252'?><a>\x81</a>"),
               "1:49: not well-formed (invalid token)");
     EXPECT_EQ(ErrorOf("<?xml version='1.0' encoding='EBCDIC'?><a/>"), "1:31: unknown encoding");

@@ -1,0 +1,115 @@
+#include "repository/ecore/file.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "repository/store/error.h"
+#include "repository/store/file.h"
+
+namespace repository::ecore {
+
+namespace fs = std::filesystem;
+using store::Error;
+using store::Number;
+
+namespace {
+
+constexpr std::size_t pieceSize = 1 << 16;
+
+fs::path PathOf(const std::string& text) {
+    return fs::path(std::u8string(text.begin(), text.end()));
+}
+
+[[noreturn]] void CannotRead(const std::string& path) {
+    throw Error(Number::deviceError, "\"" + path + "\" cannot be read");
+}
+
+[[noreturn]] void CannotWrite(const std::string& path) {
+    throw Error(Number::pathFileAccess, "\"" + path + "\" cannot be written");
+}
+
+}  // namespace
+
+std::uint64_t SizeOf(const std::string& path) {
+    const fs::path file = PathOf(path);
+    std::error_code failure;
+    const fs::file_status status = fs::status(file, failure);
+    if (status.type() == fs::file_type::not_found) {
+        const fs::path folder = file.parent_path();
+        if (!folder.empty() && !fs::is_directory(folder, failure)) {
+            throw Error(Number::pathNotFound, "The folder of \"" + path + "\" does not exist");
+        }
+        throw Error(Number::fileNotFound, "\"" + path + "\" was not found");
+    }
+    if (fs::is_directory(status)) {
+        throw Error(Number::pathFileAccess, "\"" + path + "\" is a folder");
+    }
+    if (!std::ifstream(file, std::ios::binary)) {
+        throw Error(Number::permissionDenied, "\"" + path + "\" cannot be opened");
+    }
+    const auto size = fs::file_size(file, failure);
+    if (failure) CannotRead(path);
+    return size;
+}
+
+void ReadFile(const std::string& path,
+              const std::function<bool(std::string_view piece, bool last)>& use) {
+    std::ifstream stream(PathOf(path), std::ios::binary);
+    if (!stream) throw Error(Number::permissionDenied, "\"" + path + "\" cannot be opened");
+    std::array<char, pieceSize> piece;
+    while (stream.read(piece.data(), piece.size()) || stream.gcount() > 0) {
+        if (!use({piece.data(), static_cast<std::size_t>(stream.gcount())}, false)) return;
+    }
+    if (stream.bad()) CannotRead(path);
+    use({}, true);
+}
+
+bool IsFile(const std::string& path) {
+    std::error_code failure;
+    return fs::is_regular_file(PathOf(path), failure);
+}
+
+struct NewFile::Stream {
+    std::ofstream file;
+};
+
+NewFile::NewFile(const std::string& path) : path_(path), stream_(std::make_unique<Stream>()) {
+    std::error_code failure;
+    const fs::path file = PathOf(path);
+    if (path.empty() || fs::is_directory(file, failure)) {
+        throw Error(Number::pathFileAccess, "\"" + path + "\" is no path of a file");
+    }
+    if (!file.parent_path().empty() && !fs::is_directory(file.parent_path(), failure)) {
+        throw Error(Number::pathNotFound, "The folder of \"" + path + "\" does not exist");
+    }
+    for (int i = 1; temporary_.empty(); ++i) {
+        const std::string name = path + "." + std::to_string(i) + ".tmp";
+        if (!fs::exists(PathOf(name), failure)) temporary_ = name;
+    }
+    stream_->file.open(PathOf(temporary_), std::ios::binary | std::ios::trunc);
+    if (!stream_->file) CannotWrite(path);
+}
+
+NewFile::~NewFile() {
+    if (!stream_) return;
+    stream_->file.close();
+    store::RemoveFile(temporary_);
+}
+
+void NewFile::Write(std::string_view piece) {
+    stream_->file.write(piece.data(), static_cast<std::streamsize>(piece.size()));
+    if (!stream_->file) CannotWrite(path_);
+}
+
+void NewFile::Commit() {
+    stream_->file.close();
+    if (!stream_->file) CannotWrite(path_);
+    std::error_code failure;
+    fs::rename(PathOf(temporary_), PathOf(path_), failure);
+    if (failure) CannotWrite(path_);
+    stream_.reset();
+}
+
+}  // namespace repository::ecore
