@@ -32,6 +32,13 @@ fs::path PathOf(const std::string& text) {
 
 }  // namespace
 
+std::string Normal(const std::string& path) {
+    std::error_code failure;
+    const fs::path absolute = fs::absolute(PathOf(path), failure);
+    const std::u8string text = absolute.lexically_normal().generic_u8string();
+    return failure ? path : std::string(text.begin(), text.end());
+}
+
 std::uint64_t SizeOf(const std::string& path) {
     const fs::path file = PathOf(path);
     std::error_code failure;

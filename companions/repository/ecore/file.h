@@ -8,6 +8,10 @@
 
 namespace repository::ecore {
 
+/// The path of a file from its root, always written in the same way: two paths are the same file
+/// when they are the same text.
+std::string Normal(const std::string& path);
+
 /// The size of a file. Throws the reason why it cannot be read: 53, 70, 75, 76.
 std::uint64_t SizeOf(const std::string& path);
 

@@ -14,7 +14,6 @@
 #include "repository/ecore/text.h"
 #include "repository/ecore/uri.h"
 #include "repository/store/error.h"
-#include "repository/store/file.h"
 
 namespace repository::ecore {
 
@@ -39,7 +38,7 @@ public:
 
     ImportResult Run(const std::vector<std::string>& files) {
         for (const std::string& file : files) {
-            const std::string path = store::Absolute(file);
+            const std::string path = Normal(file);
             total_ += SizeOf(path) + 1;
             paths_.push_back(path);
         }
@@ -102,7 +101,7 @@ private:
         const std::string folder(Folder(from));
         for (const std::string& path :
              {folder + "/" + name, folder + "/" + std::string(FileName(name))}) {
-            const std::string absolute = store::Absolute(path);
+            const std::string absolute = Normal(path);
             if (known_.contains(absolute)) return;
             if (!IsFile(absolute)) continue;
             known_.insert(absolute);
@@ -216,8 +215,7 @@ private:
 
     Document* FileNamed(Document& from, std::string_view name) {
         if (name.empty()) return &from;
-        const std::string path =
-            store::Absolute(std::string(Folder(from.path)) + "/" + std::string(name));
+        const std::string path = Normal(std::string(Folder(from.path)) + "/" + std::string(name));
         for (Document& document : documents_) {
             if (document.path == path || document.path == name) return &document;
         }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "repository/ecore/file.h"
 #include "repository/ecore/text.h"
 #include "repository/ecore/uri.h"
 
@@ -182,7 +183,7 @@ const MetamodelFile* RootMaker::FileNamed(const MetamodelFile& from, std::string
         return nullptr;
     }
     const MetamodelFile* sameName = nullptr;
-    const std::string exact = std::string(Folder(from.path)) + "/" + std::string(name);
+    const std::string exact = Normal(std::string(Folder(from.path)) + "/" + std::string(name));
     for (const MetamodelFile& file : *files_) {
         if (file.path == exact || file.path == name) return &file;
         if (sameName == nullptr && FileName(file.path) == FileName(name)) sameName = &file;
