@@ -1,35 +1,10 @@
 #include "bare_list.h"
 
-#include <comdef.h>
-
-#include <array>
 #include <utility>
 
+#include "bare_calls.h"
+
 namespace bench {
-
-namespace {
-
-constexpr ULONG blockSize = 32;
-
-_variant_t Read(IDispatch& object, DISPID id, VARIANT* argument) {
-    DISPPARAMS parameters = {argument, nullptr, argument != nullptr ? 1u : 0u, 0};
-    _variant_t answer;
-    EXCEPINFO exception = {};
-    UINT badArgument = 0;
-    _com_util::CheckError(object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT,
-                                        DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                                        &answer, &exception, &badArgument));
-    return answer;
-}
-
-_variant_t Read(IDispatch& object, const wchar_t* member, VARIANT* argument = nullptr) {
-    auto name = const_cast<wchar_t*>(member);
-    DISPID id = DISPID_UNKNOWN;
-    _com_util::CheckError(object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id));
-    return Read(object, id, argument);
-}
-
-}  // namespace
 
 BareList::BareList()
     : parent_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 100, 100, nullptr, nullptr,
@@ -43,27 +18,16 @@ BareList::~BareList() {
 }
 
 void BareList::Fill(IDispatch& metaNode, const wchar_t* property) {
-    const _bstr_t asked = property;
-    VARIANT argument = {};
-    V_VT(&argument) = VT_BSTR;
-    V_BSTR(&argument) = asked.copy(false);
-    const _variant_t collection = Read(metaNode, L"Extension");
-    const _variant_t enumerator = Read(*V_DISPATCH(&collection), DISPID_NEWENUM, nullptr);
-    const auto elements = hosting::Query<IEnumVARIANT>(V_UNKNOWN(&enumerator));
-    std::array<VARIANT, blockSize> block = {};
-    ULONG fetched = 0;
+    const Name asked(property);
+    VARIANT argument = asked.Argument();
     LPARAM number = 0;
-    do {
-        _com_util::CheckError(elements->Next(blockSize, block.data(), &fetched));
-        for (ULONG i = 0; i < fetched; ++i) {
-            auto object = hosting::Adopt(V_DISPATCH(&block[i]));
-            const _variant_t text = Read(*object.Get(), L"GetProperty", &argument);
-            const LRESULT row =
-                SendMessageW(box_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(V_BSTR(&text)));
-            SendMessageW(box_, CB_SETITEMDATA, static_cast<WPARAM>(row), number++);
-            objects_.push_back(std::move(object));
-        }
-    } while (fetched == blockSize);
+    EachElement(metaNode, [&](hosting::Ref<IDispatch> object) {
+        const _variant_t text = Read(*object.Get(), L"GetProperty", &argument);
+        const LRESULT row =
+            SendMessageW(box_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(V_BSTR(&text)));
+        SendMessageW(box_, CB_SETITEMDATA, static_cast<WPARAM>(row), number++);
+        objects_.push_back(std::move(object));
+    });
 }
 
 void BareList::Clear() {

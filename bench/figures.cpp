@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <limits>
 
@@ -26,6 +27,13 @@ double TimeOf(const std::function<void()>& work, const std::function<void()>& af
     return time;
 }
 
+std::string Both(const Times& times) {
+    std::array<char, 64> both{};
+    std::snprintf(both.data(), both.size(), "  %.2f ms to %.2f ms", times.ours * 1000,
+                  times.theirs * 1000);
+    return both.data();
+}
+
 }  // namespace
 
 double Best(int rounds, const std::function<void()>& work, const std::function<void()>& after) {
@@ -45,10 +53,23 @@ Times Compare(int rounds, const std::function<void()>& ours, const std::function
 }
 
 void Figures::Add(const std::string& name, double ratio, double limit) {
+    Print(name, ratio, limit, {});
+}
+
+void Figures::Add(const std::string& name, const Times& times, double limit) {
+    Print(name, times.Ratio(), limit, Both(times));
+}
+
+void Figures::Note(const std::string& name, const Times& times) {
+    std::printf("%-40s %6.2f%s\n", name.c_str(), times.Ratio(), Both(times).c_str());
+    std::fflush(stdout);
+}
+
+void Figures::Print(const std::string& name, double ratio, double limit, const std::string& more) {
     const bool passed = ratio > limit;
     passed_ = passed_ || passed;
-    std::printf("%-36s %5.2f %5.2f %s\n", name.c_str(), ratio, limit,
-                passed ? "PASSED LIMIT" : "ok");
+    std::printf("%-40s %6.2f %6.2f %s%s\n", name.c_str(), ratio, limit,
+                passed ? "PASSED LIMIT" : "ok", more.c_str());
     std::fflush(stdout);
 }
 

@@ -23,11 +23,17 @@ Times Compare(int rounds, const std::function<void()>& ours, const std::function
 class Figures {
 public:
     void Add(const std::string& name, double ratio, double limit);
+    /// The ratio of two times, with both times in milliseconds.
+    void Add(const std::string& name, const Times& times, double limit);
+    /// A figure that has no limit.
+    static void Note(const std::string& name, const Times& times);
 
     /// 0 when no limit was passed.
     int ExitCode() const { return passed_ ? 1 : 0; }
 
 private:
+    void Print(const std::string& name, double ratio, double limit, const std::string& more);
+
     bool passed_ = false;
 };
 

@@ -2,13 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cwchar>
 #include <memory>
+#include <unordered_map>
 
 namespace bench {
 
 namespace {
 
-using Nodes = std::vector<hosting::Ref<IDispatch>>;
+using Nodes = std::vector<hosting::Ref<Node>>;
 
 class NodeEnumerator final : public hosting::ComClass<IEnumVARIANT> {
 public:
@@ -18,7 +20,7 @@ public:
         ULONG given = 0;
         for (; given < count && next_ < nodes_->size(); ++given, ++next_) {
             V_VT(&elements[given]) = VT_DISPATCH;
-            (*nodes_)[next_].CopyTo(&V_DISPATCH(&elements[given]));
+            V_DISPATCH(&elements[given]) = hosting::Ref<IDispatch>((*nodes_)[next_]).Detach();
         }
         if (fetched != nullptr) *fetched = given;
         return given == count ? S_OK : S_FALSE;
@@ -35,26 +37,9 @@ private:
     std::size_t next_ = 0;
 };
 
-class NodeCollection final : public LateBoundObject {
-public:
-    explicit NodeCollection(std::size_t count) {
-        auto nodes = std::make_shared<Nodes>();
-        for (std::size_t i = 0; i < count; ++i) {
-            nodes->push_back(hosting::Make<Node>(L"Node " + std::to_wstring(i)));
-        }
-        nodes_ = std::move(nodes);
-    }
-
-private:
-    HRESULT Answer(DISPID id, const DISPPARAMS&, VARIANT& result) override {
-        if (id != DISPID_NEWENUM) return DISP_E_MEMBERNOTFOUND;
-        V_VT(&result) = VT_UNKNOWN;
-        V_UNKNOWN(&result) = hosting::Make<NodeEnumerator>(nodes_).Detach();
-        return S_OK;
-    }
-
-    std::shared_ptr<const Nodes> nodes_;
-};
+bool IsProperty(const wchar_t* asked) {
+    return _wcsicmp(asked, L"Name") == 0 || (asked[0] >= L'A' && asked[0] <= L'D' && asked[1] == 0);
+}
 
 HRESULT AnswerText(const std::wstring& text, VARIANT& result) {
     V_VT(&result) = VT_BSTR;
@@ -63,6 +48,43 @@ HRESULT AnswerText(const std::wstring& text, VARIANT& result) {
 }
 
 }  // namespace
+
+class NodeCollection final : public LateBoundObject {
+public:
+    explicit NodeCollection(std::size_t count) {
+        auto nodes = std::make_shared<Nodes>();
+        for (std::size_t i = 0; i < count; ++i) {
+            // Every number below 10,000,000 once, for the factor shares no divisor with it.
+            wchar_t called[16] = {};
+            swprintf(called, std::size(called), L"Node %07u",
+                     static_cast<unsigned>(i * 7919003ull % 10000000ull));
+            nodes->push_back(hosting::Make<Node>(called));
+            byIdentifier_.emplace(called, i);
+        }
+        nodes_ = std::move(nodes);
+    }
+
+    hosting::Ref<IDispatch> At(std::size_t position) const { return (*nodes_)[position]; }
+
+private:
+    HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) override {
+        if (id == DISPID_NEWENUM) {
+            V_VT(&result) = VT_UNKNOWN;
+            V_UNKNOWN(&result) = hosting::Make<NodeEnumerator>(nodes_).Detach();
+            return S_OK;
+        }
+        if (id != DISPID_VALUE) return DISP_E_MEMBERNOTFOUND;
+        if (parameters.cArgs != 1 || V_VT(&parameters.rgvarg[0]) != VT_BSTR) return E_INVALIDARG;
+        const auto found = byIdentifier_.find(V_BSTR(&parameters.rgvarg[0]));
+        if (found == byIdentifier_.end()) return DISP_E_BADINDEX;
+        V_VT(&result) = VT_DISPATCH;
+        V_DISPATCH(&result) = At(found->second).Detach();
+        return S_OK;
+    }
+
+    std::shared_ptr<const Nodes> nodes_;
+    std::unordered_map<std::wstring, std::size_t> byIdentifier_;
+};
 
 HRESULT LateBoundObject::GetTypeInfoCount(UINT* count) {
     *count = 0;
@@ -102,7 +124,7 @@ HRESULT Node::Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) {
     switch (id) {
         case getProperty:
             if (parameters.cArgs != 1 || V_VT(&parameters.rgvarg[0]) != VT_BSTR ||
-                _wcsicmp(V_BSTR(&parameters.rgvarg[0]), L"Name") != 0) {
+                !IsProperty(V_BSTR(&parameters.rgvarg[0]))) {
                 return E_INVALIDARG;
             }
             [[fallthrough]];
@@ -119,7 +141,14 @@ MetaNode::MetaNode(std::size_t count) : nodes_(hosting::Make<NodeCollection>(cou
 HRESULT MetaNode::Answer(DISPID id, const DISPPARAMS&, VARIANT& result) {
     if (id != extension) return DISP_E_MEMBERNOTFOUND;
     V_VT(&result) = VT_DISPATCH;
-    return nodes_.CopyTo(&V_DISPATCH(&result));
+    V_DISPATCH(&result) = hosting::Ref<IDispatch>(nodes_).Detach();
+    return S_OK;
+}
+
+MetaNode::~MetaNode() = default;
+
+hosting::Ref<IDispatch> MetaNode::At(std::size_t position) const {
+    return nodes_->At(position);
 }
 
 }  // namespace bench

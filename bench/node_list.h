@@ -24,10 +24,12 @@ protected:
     enum Member : DISPID { extension = 1, getProperty, name, identifier };
 };
 
-/// A node whose property "Name" is its name.
+/// A node whose properties "Name" and "A" to "D" are its name, and so is its identifier.
 class Node final : public LateBoundObject {
 public:
     explicit Node(std::wstring called) : name_(std::move(called)) {}
+
+    const std::wstring& Called() const { return name_; }
 
 private:
     HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) override;
@@ -35,15 +37,21 @@ private:
     std::wstring name_;
 };
 
-/// A meta node with `count` nodes in its extension.
+/// A meta node with `count` nodes in its extension, which also finds them by their identifiers.
+/// Their names have twelve characters and come in no order.
 class MetaNode final : public LateBoundObject {
 public:
     explicit MetaNode(std::size_t count);
 
+    /// The node made as number `position`, from 0.
+    hosting::Ref<IDispatch> At(std::size_t position) const;
+
+    ~MetaNode() override;
+
 private:
     HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) override;
 
-    hosting::Ref<IDispatch> nodes_;
+    hosting::Ref<class NodeCollection> nodes_;
 };
 
 }  // namespace bench

@@ -2,6 +2,8 @@
 
 #include <olectl.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "lists/link_end.h"
@@ -413,9 +415,15 @@ void ListView::RemoveRows() {
 }
 
 void ListView::SetTexts(widgets::Row& row, std::size_t firstColumn,
-                        std::span<const std::wstring_view> texts) {
+                        std::span<const _variant_t> texts) {
     if (!widgets::RowStore::Holds(row)) ole::Throw(ole::Number::elementNotFound);
-    row.SetTexts(firstColumn, texts);
+    std::array<std::wstring_view, 16> some;
+    for (std::size_t done = 0; done < texts.size(); done += some.size()) {
+        const auto next = texts.subspan(done, std::min(some.size(), texts.size() - done));
+        std::transform(next.begin(), next.end(), some.begin(),
+                       [](const _variant_t& text) { return ole::ViewOf(V_BSTR(&text)); });
+        row.SetTexts(firstColumn + done, {some.data(), next.size()});
+    }
     rows_.Redraw(row);
 }
 

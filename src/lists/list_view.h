@@ -98,7 +98,7 @@ private:
     void RemoveRow(widgets::Row& row) override;
     void RemoveRows() override;
     void SetTexts(widgets::Row& row, std::size_t firstColumn,
-                  std::span<const std::wstring_view> texts) override;
+                  std::span<const _variant_t> texts) override;
     void SetImages(widgets::Row& row, int image) override;
     void AddHeader(const _bstr_t& text, double width) override;
     int FindImage(std::wstring_view key) override;

@@ -27,39 +27,6 @@ ole::Object EndOf(const ole::Object& link, long end) {
     }
 }
 
-/// The texts of a row while it is filled; written at once.
-class PendingTexts {
-public:
-    PendingTexts(RowTable& table, widgets::Row& row, std::size_t expected)
-        : table_(table), row_(row) {
-        texts_.reserve(expected);
-    }
-
-    void Add(_variant_t text) { texts_.push_back(std::move(text)); }
-    /// A column whose text is not ours.
-    void Skip() {
-        Write();
-        ++first_;
-    }
-    void Write() {
-        if (texts_.empty()) return;
-        std::vector<std::wstring_view> views;
-        views.reserve(texts_.size());
-        for (const _variant_t& text : texts_) {
-            views.push_back(ole::ViewOf(V_BSTR(&text)));
-        }
-        const std::size_t first = std::exchange(first_, first_ + texts_.size());
-        const auto written = std::exchange(texts_, {});
-        table_.SetTexts(row_, first, views);
-    }
-
-private:
-    RowTable& table_;
-    widgets::Row& row_;
-    std::size_t first_ = 0;
-    std::vector<_variant_t> texts_;
-};
-
 /// A value as an automation string.
 _variant_t AsText(_variant_t value) {
     if (V_VT(&value) == VT_BSTR) return value;
@@ -69,6 +36,39 @@ _variant_t AsText(_variant_t value) {
     V_BSTR(&converted) = text.Detach();
     return converted;
 }
+
+/// The texts of a row while it is filled; written at once.
+class PendingTexts {
+public:
+    PendingTexts(RowTable& table, widgets::Row& row, std::vector<_variant_t>& scratch)
+        : table_(table), row_(row), scratch_(scratch), texts_(std::exchange(scratch, {})) {}
+    PendingTexts(const PendingTexts&) = delete;
+    PendingTexts& operator=(const PendingTexts&) = delete;
+    ~PendingTexts() {
+        texts_.clear();
+        scratch_ = std::move(texts_);
+    }
+
+    void Add(_variant_t value) { texts_.push_back(AsText(std::move(value))); }
+    /// A column whose text is not ours.
+    void Skip() {
+        Write();
+        ++first_;
+    }
+    void Write() {
+        if (texts_.empty()) return;
+        table_.SetTexts(row_, first_, texts_);
+        first_ += texts_.size();
+        texts_.clear();
+    }
+
+private:
+    RowTable& table_;
+    widgets::Row& row_;
+    std::vector<_variant_t>& scratch_;
+    std::vector<_variant_t> texts_;
+    std::size_t first_ = 0;
+};
 
 }  // namespace
 
@@ -321,8 +321,8 @@ void ObjectList::AddLinks(const ole::Object& links) {
 
 void ObjectList::Add(const ole::Object& object, RowKind kind) {
     const bool byName = kind == RowKind::metaObject;
-    const _bstr_t key = ole::ToText(object.Call(byName ? L"name" : L"identifier"));
-    Fill(table_.AddRow(ole::ViewOf(key)), object, kind);
+    const _variant_t key = AsText(object.Call(byName ? L"name" : L"identifier"));
+    Fill(table_.AddRow(ole::ViewOf(V_BSTR(&key))), object, kind);
 }
 
 ObjectList::RowKind ObjectList::KindOfRows() const {
@@ -346,7 +346,7 @@ bool ObjectList::IsKeptInStep() const {
 void ObjectList::Fill(const widgets::RowPtr& row, const ole::Object& object, RowKind kind) {
     constexpr const wchar_t* callbackMembers[] = {L"ViewMetaLink", L"ViewNode", L"ViewLink"};
     const std::shared_ptr<const Columns> columns = columns_;
-    PendingTexts texts(table_, *row, columns->size());
+    PendingTexts texts(table_, *row, scratch_);
     ole::Object item;
     for (std::size_t i = 0; i < columns->size(); ++i) {
         const ole::Ref<ColumnDesc> column = (*columns)[i];
@@ -363,8 +363,7 @@ void ObjectList::Fill(const widgets::RowPtr& row, const ole::Object& object, Row
                 kind == RowKind::link ? EndOf(object, column->fromObject) : object;
             const bool isEnd = kind != RowKind::link ||
                                (column->fromObject >= sourceEnd && column->fromObject <= targetEnd);
-            texts.Add(
-                AsText(isEnd ? from.Call(L"GetProperty", column->property) : _variant_t(L"")));
+            texts.Add(isEnd ? from.Call(L"GetProperty", column->property) : _variant_t(L""));
         } catch (...) {
             texts.Write();
             throw;

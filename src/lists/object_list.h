@@ -21,10 +21,10 @@ public:
     virtual widgets::RowPtr FindRow(std::wstring_view key) = 0;
     virtual void RemoveRow(widgets::Row& row) = 0;
     virtual void RemoveRows() = 0;
-    /// Sets texts of a row from a column on, or its images. Raises 35601 for a row that was
-    /// removed.
+    /// Sets texts, automation strings, of a row from a column on, or its images. Raises 35601 for a
+    /// row that was removed.
     virtual void SetTexts(widgets::Row& row, std::size_t firstColumn,
-                          std::span<const std::wstring_view> texts) = 0;
+                          std::span<const _variant_t> texts) = 0;
     virtual void SetImages(widgets::Row& row, int image) = 0;
 
     /// Adds a column; the width in twips.
@@ -142,6 +142,8 @@ private:
     // began with.
     std::shared_ptr<Columns> columns_ = std::make_shared<Columns>();
     std::shared_ptr<Conditions> conditions_ = std::make_shared<Conditions>();
+    /// Memory for the texts of the row that is filled.
+    std::vector<_variant_t> scratch_;
 };
 
 }  // namespace lists

@@ -5,37 +5,65 @@
 
 namespace widgets {
 
-std::size_t CellTexts::Count() const {
-    return block_ == nullptr ? 0 : Ends()[0];
+CellTexts::CellTexts(std::size_t reserved) {
+    const std::size_t size = std::max(reserved, sizeof(Header));
+    block_ = std::make_unique_for_overwrite<std::byte[]>(size);
+    *Head() = {0, static_cast<std::uint32_t>(size)};
 }
 
 std::wstring_view CellTexts::At(std::size_t position) const {
     if (position >= Count()) return L"";
-    const std::size_t begin = position == 0 ? 0 : Ends()[position] + std::size_t{1};
-    return {Characters() + begin, Ends()[position + 1] - begin};
+    const std::size_t begin = position == 0 ? 0 : Ends()[position - 1] + std::size_t{1};
+    return {Characters() + begin, Ends()[position] - begin};
+}
+
+std::size_t CellTexts::Size() const {
+    return SizeOf(Count(), Length());
 }
 
 void CellTexts::Set(std::size_t first, std::span<const std::wstring_view> texts) {
+    if (Append(first, texts)) return;
     const std::size_t count = std::max(Count(), first + texts.size());
     const auto text = [&](std::size_t at) {
         return at >= first && at < first + texts.size() ? texts[at - first] : At(at);
     };
     std::size_t length = 0;
     for (std::size_t i = 0; i < count; ++i) length += text(i).size() + 1;
-    auto block = std::make_unique<std::byte[]>((count + 1) * sizeof(std::uint32_t) +
-                                               length * sizeof(wchar_t));
-    auto ends = reinterpret_cast<std::uint32_t*>(block.get());
-    auto characters = reinterpret_cast<wchar_t*>(ends + 1 + count);
-    ends[0] = static_cast<std::uint32_t>(count);
-    std::size_t end = 0;
+    CellTexts written(SizeOf(count, length));
+    written.Head()->count = static_cast<std::uint32_t>(count);
+    std::size_t begin = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::wstring_view from = text(i);
-        std::copy(from.begin(), from.end(), characters + end);
-        end += from.size();
-        ends[i + 1] = static_cast<std::uint32_t>(end);
-        characters[end++] = L'\0';
+        written.Write(i, begin, text(i));
+        begin += text(i).size() + 1;
     }
-    block_ = std::move(block);
+    *this = std::move(written);
+}
+
+bool CellTexts::Append(std::size_t first, std::span<const std::wstring_view> texts) {
+    const std::size_t before = Count();
+    if (block_ == nullptr || first < before) return false;
+    const std::size_t length = Length();
+    std::size_t needed = length + (first - before);
+    for (const std::wstring_view text : texts) needed += text.size() + 1;
+    const std::size_t count = first + texts.size();
+    if (SizeOf(count, needed) > Head()->reserved) return false;
+    const wchar_t* const from = Characters();
+    Head()->count = static_cast<std::uint32_t>(count);
+    std::memmove(Characters(), from, length * sizeof(wchar_t));
+    std::size_t begin = length;
+    for (std::size_t i = before; i < count; ++i) {
+        const std::wstring_view text = i < first ? std::wstring_view() : texts[i - first];
+        Write(i, begin, text);
+        begin += text.size() + 1;
+    }
+    return true;
+}
+
+void CellTexts::Write(std::size_t position, std::size_t begin, std::wstring_view text) {
+    wchar_t* const to = Characters() + begin;
+    std::copy(text.begin(), text.end(), to);
+    to[text.size()] = L'\0';
+    Ends()[position] = static_cast<std::uint32_t>(begin + text.size());
 }
 
 }  // namespace widgets

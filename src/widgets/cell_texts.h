@@ -12,24 +12,39 @@ namespace widgets {
 class CellTexts {
 public:
     CellTexts() = default;
+    /// With memory for `reserved` bytes.
+    explicit CellTexts(std::size_t reserved);
     CellTexts(CellTexts&&) noexcept = default;
     CellTexts& operator=(CellTexts&&) noexcept = default;
 
-    std::size_t Count() const;
+    std::size_t Count() const { return block_ == nullptr ? 0 : Head()->count; }
     std::wstring_view At(std::size_t position) const;
 
     /// Sets some texts from `first` on; those between the last and `first` become empty.
     void Set(std::size_t first, std::span<const std::wstring_view> texts);
 
-private:
-    const std::uint32_t* Ends() const {
-        return reinterpret_cast<const std::uint32_t*>(block_.get());
-    }
-    const wchar_t* Characters() const {
-        return reinterpret_cast<const wchar_t*>(Ends() + 1 + Count());
-    }
+    /// The bytes that the texts need.
+    std::size_t Size() const;
 
-    /// The number of texts, where each ends, and the characters.
+private:
+    /// The block: this, where each text ends, and the characters.
+    struct Header {
+        std::uint32_t count;
+        std::uint32_t reserved;
+    };
+
+    static std::size_t SizeOf(std::size_t count, std::size_t characters) {
+        return sizeof(Header) + count * sizeof(std::uint32_t) + characters * sizeof(wchar_t);
+    }
+    Header* Head() const { return reinterpret_cast<Header*>(block_.get()); }
+    std::uint32_t* Ends() const { return reinterpret_cast<std::uint32_t*>(Head() + 1); }
+    wchar_t* Characters() const { return reinterpret_cast<wchar_t*>(Ends() + Count()); }
+    std::size_t Length() const { return Count() == 0 ? 0 : Ends()[Count() - 1] + std::size_t{1}; }
+
+    /// Adds texts behind the last where the memory suffices.
+    bool Append(std::size_t first, std::span<const std::wstring_view> texts);
+    void Write(std::size_t position, std::size_t begin, std::wstring_view text);
+
     std::unique_ptr<std::byte[]> block_;
 };
 

@@ -26,13 +26,19 @@ public:
         std::any tag;
     };
 
-    explicit Row(std::wstring_view key) { SetKey(key); }
+    /// With memory for texts of `reserved` bytes, the key included.
+    explicit Row(std::wstring_view key, std::size_t reserved = 0) : texts_(reserved) {
+        SetKey(key);
+    }
 
     std::wstring_view Key() const { return texts_.At(0); }
     std::wstring_view Text(std::size_t column) const { return texts_.At(column + 1); }
     void SetTexts(std::size_t firstColumn, std::span<const std::wstring_view> texts) {
         texts_.Set(firstColumn + 1, texts);
     }
+
+    /// The bytes that the texts and the key need.
+    std::size_t TextSize() const { return texts_.Size(); }
 
     const Extras* MaybeMore() const { return extras_.get(); }
     Extras& More() {

@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 
 namespace widgets {
 
@@ -17,14 +19,36 @@ int CompareTexts(std::wstring_view a, std::wstring_view b) {
 
 }  // namespace
 
-int RowOrder::Compare(const Row& a, const Row& b) const {
+bool RowOrder::Before(const Row& a, const Row& b) const {
     const int compared = CompareTexts(a.Text(column_), b.Text(column_));
-    return descending_ ? -compared : compared;
+    return descending_ ? compared > 0 : compared < 0;
 }
 
 void RowOrder::Sort(std::vector<RowPtr>& rows) const {
-    std::stable_sort(rows.begin(), rows.end(),
-                     [this](const RowPtr& a, const RowPtr& b) { return Before(*a, *b); });
+    // The texts are far apart in memory; copies stand close together.
+    struct Key {
+        std::wstring_view text;
+        std::size_t row;
+    };
+    std::size_t length = 0;
+    for (const RowPtr& row : rows) length += row->Text(column_).size();
+    std::wstring copies;
+    copies.reserve(length);
+    std::vector<Key> keys;
+    keys.reserve(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const std::wstring_view text = rows[i]->Text(column_);
+        keys.push_back({{copies.data() + copies.size(), text.size()}, i});
+        copies += text;
+    }
+    std::stable_sort(keys.begin(), keys.end(), [this](const Key& a, const Key& b) {
+        const int compared = CompareTexts(a.text, b.text);
+        return descending_ ? compared > 0 : compared < 0;
+    });
+    std::vector<RowPtr> sorted;
+    sorted.reserve(rows.size());
+    for (const Key& key : keys) sorted.push_back(std::move(rows[key.row]));
+    rows = std::move(sorted);
 }
 
 }  // namespace widgets

@@ -14,14 +14,12 @@ public:
 
     std::size_t Column() const { return column_; }
 
-    bool Before(const Row& a, const Row& b) const { return Compare(a, b) < 0; }
+    bool Before(const Row& a, const Row& b) const;
 
     /// Equal rows keep their order.
     void Sort(std::vector<RowPtr>& rows) const;
 
 private:
-    int Compare(const Row& a, const Row& b) const;
-
     std::size_t column_;
     bool descending_;
 };

@@ -7,39 +7,38 @@
 namespace widgets {
 
 RowPtr RowStore::Add(std::wstring_view key) {
-    if (!key.empty() && byKey_.contains(key)) return nullptr;
-    auto row = std::make_shared<Row>(key);
-    if (!key.empty()) byKey_.insert(row.get());
+    if (!key.empty() && byKey_.Find(key) != nullptr) return nullptr;
+    // Neighbours have texts of like length: with their memory a row is filled at once.
+    const std::size_t like = chunks_.empty() ? 0 : chunks_.back()->rows.back()->TextSize();
+    auto row = std::make_shared<Row>(key, like);
+    if (!key.empty()) byKey_.Add(*row);
     Insert(row, size_);
     return row;
 }
 
 RowPtr RowStore::Find(std::wstring_view key) const {
-    const auto found = key.empty() ? byKey_.end() : byKey_.find(key);
-    if (found == byKey_.end()) return nullptr;
-    for (const RowPtr& row : (*found)->chunk_->rows) {
-        if (row.get() == *found) return row;
-    }
-    return nullptr;
+    const Row* const found = key.empty() ? nullptr : byKey_.Find(key);
+    if (found == nullptr) return nullptr;
+    return found->chunk_->rows[InsideOf(*found)];
 }
 
 bool RowStore::Rename(Row& row, std::wstring_view key) {
     if (key == row.Key()) return true;
-    if (!key.empty() && byKey_.contains(key)) return false;
-    if (!row.Key().empty()) byKey_.erase(&row);
+    if (!key.empty() && byKey_.Find(key) != nullptr) return false;
+    if (!row.Key().empty()) byKey_.Remove(row);
     row.SetKey(key);
-    if (!key.empty()) byKey_.insert(&row);
+    if (!key.empty()) byKey_.Add(row);
     return true;
 }
 
 void RowStore::Remove(Row& row) {
-    if (!row.Key().empty()) byKey_.erase(&row);
+    if (!row.Key().empty()) byKey_.Remove(row);
     const RowPtr kept = TakeOut(row);
 }
 
 void RowStore::Clear() {
     const auto chunks = std::exchange(chunks_, {});
-    byKey_.clear();
+    byKey_.Clear();
     starts_.clear();
     size_ = 0;
     for (const auto& chunk : chunks) {
@@ -53,10 +52,15 @@ const RowPtr& RowStore::At(std::size_t position) const {
 }
 
 std::size_t RowStore::PositionOf(const Row& row) const {
+    return StartOf(row.chunk_->number) + InsideOf(row);
+}
+
+std::size_t RowStore::InsideOf(const Row& row) {
+    // The newest rows, which are asked for most, are the last.
     const auto& rows = row.chunk_->rows;
-    const auto found = std::find_if(rows.begin(), rows.end(),
-                                    [&](const RowPtr& each) { return each.get() == &row; });
-    return StartOf(row.chunk_->number) + static_cast<std::size_t>(found - rows.begin());
+    std::size_t inside = rows.size() - 1;
+    while (rows[inside].get() != &row) --inside;
+    return inside;
 }
 
 void RowStore::Move(Row& row, std::size_t position) {
@@ -112,8 +116,7 @@ void RowStore::Insert(RowPtr row, std::size_t position) {
 
 RowPtr RowStore::TakeOut(Row& row) {
     RowChunk& chunk = *row.chunk_;
-    const auto found = std::find_if(chunk.rows.begin(), chunk.rows.end(),
-                                    [&](const RowPtr& each) { return each.get() == &row; });
+    const auto found = chunk.rows.begin() + static_cast<std::ptrdiff_t>(InsideOf(row));
     RowPtr taken = std::move(*found);
     chunk.rows.erase(found);
     taken->chunk_ = nullptr;

@@ -2,9 +2,9 @@
 
 #include <memory>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
+#include "widgets/key_index.h"
 #include "widgets/row.h"
 
 namespace widgets {
@@ -57,23 +57,8 @@ public:
 private:
     static constexpr std::size_t chunkSize = 512;
 
-    struct SameKey {
-        using is_transparent = void;
-        static std::wstring_view Key(const Row* row) { return row->Key(); }
-        static std::wstring_view Key(std::wstring_view key) { return key; }
-        template <class A, class B>
-        bool operator()(const A& a, const B& b) const {
-            return Key(a) == Key(b);
-        }
-    };
-    struct HashOfKey {
-        using is_transparent = void;
-        template <class A>
-        std::size_t operator()(const A& a) const {
-            return std::hash<std::wstring_view>()(SameKey::Key(a));
-        }
-    };
-
+    /// The place of a row in its chunk.
+    static std::size_t InsideOf(const Row& row);
     void Insert(RowPtr row, std::size_t position);
     RowPtr TakeOut(Row& row);
     /// The chunk of a position, and the position in it.
@@ -84,7 +69,7 @@ private:
     std::vector<std::unique_ptr<RowChunk>> chunks_;
     /// The position of the first row of each of the first chunks; the others are not known yet.
     mutable std::vector<std::size_t> starts_;
-    std::unordered_set<Row*, HashOfKey, SameKey> byKey_;
+    KeyIndex byKey_;
     std::size_t size_ = 0;
 };
 
