@@ -9,8 +9,8 @@
 
 namespace bench {
 
-/// The least that reading rows from a late-bound meta node takes: the calls that name and get each
-/// text, and the texts in a vector.
+/// The least that reading rows from a late-bound meta node takes: the calls, each by its member's
+/// name as a script makes them, and the texts in a vector.
 class BareRows {
 public:
     void Fill(IDispatch& metaNode, std::span<const wchar_t* const> properties);

@@ -13,17 +13,17 @@ namespace {
 
 constexpr double defaultWidth = 1000;
 
-/// The end of a link that a value comes from; none for a number that means no end.
-ole::Object EndOf(const ole::Object& link, long end) {
+/// A property of an end of a link; an empty text for a number that means no end.
+_variant_t PropertyOfEnd(const ole::Object& link, long end, const _bstr_t& property) {
     switch (end) {
         case sourceEnd:
-            return link.CallForObject(L"source");
+            return link.CallForObject(L"source").Call(L"GetProperty", property);
         case linkItself:
-            return link;
+            return link.Call(L"GetProperty", property);
         case targetEnd:
-            return link.CallForObject(L"Target");
+            return link.CallForObject(L"Target").Call(L"GetProperty", property);
         default:
-            return {};
+            return _variant_t(L"");
     }
 }
 
@@ -106,28 +106,19 @@ void ObjectList::ListMetaNodes(ole::Object repository, bool all) {
 
 void ObjectList::ListMetaLinks(ole::Object repository, bool all) {
     Begin(Kind::metaLinks, repository, repository, all);
-    if (all) {
-        AddDefaultColumns({L"Name", L"Name", L"Description", L"Description", L"SourceName",
-                           L"SourceName", L"LinkName", L"LinkName", L"TargetName", L"TargetName"});
-    }
+    if (all) AddMetaLinkColumns(L"Description");
     AddMetaObjects(repository.CallForObject(L"MetaLinks"));
 }
 
 void ObjectList::ListIncomingMetaLinks(ole::Object metaNode, bool all) {
     Begin(Kind::incomingMetaLinks, metaNode, metaNode, all);
-    if (all) {
-        AddDefaultColumns({L"Name", L"Name", L"Desription", L"Description", L"SourceName",
-                           L"SourceName", L"LinkName", L"LinkName", L"TargetName", L"TargetName"});
-    }
+    if (all) AddMetaLinkColumns(L"Desription");
     AddMetaObjects(metaNode.CallForObject(L"Incoming"));
 }
 
 void ObjectList::ListOutgoingMetaLinks(ole::Object metaNode, bool all) {
     Begin(Kind::outgoingMetaLinks, metaNode, metaNode, all);
-    if (all) {
-        AddDefaultColumns({L"Name", L"Name", L"Descriptio", L"Description", L"SourceName",
-                           L"SourceName", L"LinkName", L"LinkName", L"TargetName", L"TargetName"});
-    }
+    if (all) AddMetaLinkColumns(L"Descriptio");
     AddMetaObjects(metaNode.CallForObject(L"Outgoing"));
 }
 
@@ -303,6 +294,11 @@ void ObjectList::AddDefaultColumns(std::initializer_list<const wchar_t*> namesAn
     }
 }
 
+void ObjectList::AddMetaLinkColumns(const wchar_t* descriptionHeader) {
+    AddDefaultColumns({L"Name", L"Name", descriptionHeader, L"Description", L"SourceName",
+                       L"SourceName", L"LinkName", L"LinkName", L"TargetName", L"TargetName"});
+}
+
 void ObjectList::AddPropertyColumns(const ole::Object& metaObject, bool ofLinks) {
     metaObject.CallForObject(L"Properties").Each([&](const ole::Object& property) {
         const _bstr_t name = ole::ToText(property.Call(L"name"));
@@ -347,6 +343,7 @@ void ObjectList::Fill(const widgets::RowPtr& row, const ole::Object& object, Row
     constexpr const wchar_t* callbackMembers[] = {L"ViewMetaLink", L"ViewNode", L"ViewLink"};
     const std::shared_ptr<const Columns> columns = columns_;
     PendingTexts texts(table_, *row, scratch_);
+    ole::RepeatedCall getProperty(object, L"GetProperty");
     ole::Object item;
     for (std::size_t i = 0; i < columns->size(); ++i) {
         const ole::Ref<ColumnDesc> column = (*columns)[i];
@@ -359,11 +356,9 @@ void ObjectList::Fill(const widgets::RowPtr& row, const ole::Object& object, Row
         }
         try {
             if (iconsAdded_) ChooseImages(*row, object, kind);
-            const ole::Object from =
-                kind == RowKind::link ? EndOf(object, column->fromObject) : object;
-            const bool isEnd = kind != RowKind::link ||
-                               (column->fromObject >= sourceEnd && column->fromObject <= targetEnd);
-            texts.Add(isEnd ? from.Call(L"GetProperty", column->property) : _variant_t(L""));
+            texts.Add(kind == RowKind::link
+                          ? PropertyOfEnd(object, column->fromObject, column->property)
+                          : getProperty.Call(column->property));
         } catch (...) {
             texts.Write();
             throw;
@@ -381,12 +376,10 @@ void ObjectList::ChooseImages(widgets::Row& row, const ole::Object& object, RowK
     }
     for (std::size_t i = 0; i < conditions->size(); ++i) {
         const ole::Ref<IconCondition> condition = (*conditions)[i];
-        const long end = condition->fromObject;
-        _bstr_t tested = L"";
-        if (kind != RowKind::link || (end >= sourceEnd && end <= targetEnd)) {
-            const ole::Object from = kind == RowKind::link ? EndOf(object, end) : object;
-            tested = ole::ToTextOfAnything(from.Call(L"GetProperty", condition->property));
-        }
+        const _bstr_t tested = ole::ToTextOfAnything(
+            kind == RowKind::link
+                ? PropertyOfEnd(object, condition->fromObject, condition->property)
+                : object.Call(L"GetProperty", condition->property));
         if (ole::ViewOf(tested) == ole::ViewOf(condition->value)) {
             table_.SetImages(row, table_.FindImage(ole::ViewOf(condition->name)));
         }

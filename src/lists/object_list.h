@@ -120,6 +120,7 @@ private:
 
     void Begin(Kind kind, const ole::Object& object, const ole::Object& source, bool all);
     void AddDefaultColumns(std::initializer_list<const wchar_t*> namesAndProperties);
+    void AddMetaLinkColumns(const wchar_t* descriptionHeader);
     void AddPropertyColumns(const ole::Object& metaObject, bool ofLinks);
     void AddMetaObjects(const ole::Object& objects);
     void AddLinks(const ole::Object& links);

@@ -69,6 +69,12 @@ _variant_t Object::InvokeId(DISPID id, VARIANT* reversed, std::size_t count) con
     return Read(*Held().Get(), id, reversed, count);
 }
 
+_variant_t RepeatedCall::Invoke(VARIANT* reversed, std::size_t count) {
+    const Ref<IDispatch> object = object_.Held();
+    if (!id_) id_ = IdOf(*object.Get(), name_);
+    return Read(*object.Get(), *id_, reversed, count);
+}
+
 void Object::Assign(const wchar_t* member, VARIANT value, WORD flags) const {
     const Ref<IDispatch> held = Held();
     const DISPID id = IdOf(*held.Get(), member);

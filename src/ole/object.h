@@ -5,6 +5,7 @@
 
 #include <array>
 #include <concepts>
+#include <optional>
 #include <string>
 
 #include "ole/ref.h"
@@ -116,11 +117,32 @@ private:
     void Assign(const wchar_t* member, VARIANT value, WORD flags) const;
 
     friend class Enumeration;
+    friend class RepeatedCall;
 
     Ref<IDispatch> object_;
 };
 
 inline Argument::Argument(const Object& object) : Argument(object.Get()) {}
+
+/// A member of one object that is called again and again: its id is asked for once.
+class RepeatedCall {
+public:
+    RepeatedCall(const Object& object, const wchar_t* name) : object_(object), name_(name) {}
+
+    /// As `Object::Call`.
+    template <class... Arguments>
+    _variant_t Call(const Arguments&... arguments) {
+        auto reversed = Object::Reversed(arguments...);
+        return Invoke(reversed.data(), reversed.size());
+    }
+
+private:
+    _variant_t Invoke(VARIANT* reversed, std::size_t count);
+
+    Object object_;
+    const wchar_t* name_;
+    std::optional<DISPID> id_;
+};
 
 /// Walks an automation enumeration in blocks.
 class Enumeration {

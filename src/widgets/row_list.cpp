@@ -7,6 +7,7 @@
 #include "ole/error.h"
 #include "ole/server.h"
 #include "ole/theme.h"
+#include "widgets/raised.h"
 
 namespace widgets {
 
@@ -33,34 +34,34 @@ DWORD StyleOf(RowList::View view) {
 
 }  // namespace
 
-/// Takes the selection away and gives it back to the same rows at their new positions.
 class RowList::SelectionKeeper {
 public:
-    explicit SelectionKeeper(RowList& list) : list_(list), selected_(list.Selected()) {
-        const auto focused =
-            static_cast<int>(list.Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
-        if (list.IsAt(focused)) focused_ = list.rows_.At(static_cast<std::size_t>(focused));
-        list.SetState(-1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    explicit SelectionKeeper(RowList& list)
+        : list_(list), moving_(list.moving_), selected_(list.selected_), focused_(list.focused_) {
+        list.DeselectAllBut(nullptr);
     }
     ~SelectionKeeper() {
-        if (selected_.size() == list_.rows_.Size()) {
+        if (focused_ != nullptr) Restore(*focused_, LVIS_FOCUSED);
+        if (!selected_.empty() && selected_.size() == list_.rows_.Size()) {
             list_.SetState(-1, LVIS_SELECTED, LVIS_SELECTED);
         } else {
-            for (const RowPtr& row : selected_) Restore(*row, LVIS_SELECTED);
+            for (const Row* row : selected_) Restore(*row, LVIS_SELECTED);
         }
-        if (focused_) Restore(*focused_, LVIS_FOCUSED);
+        list_.selected_ = std::move(selected_);
+        list_.focused_ = focused_;
     }
     SelectionKeeper(const SelectionKeeper&) = delete;
     SelectionKeeper& operator=(const SelectionKeeper&) = delete;
 
 private:
     void Restore(const Row& row, UINT state) {
-        if (RowStore::Holds(row)) list_.SetState(list_.PositionOf(row), state, state);
+        list_.SetState(list_.PositionOf(row), state, state);
     }
 
     RowList& list_;
-    std::vector<RowPtr> selected_;
-    RowPtr focused_;
+    const Raised moving_;
+    std::unordered_set<const Row*> selected_;
+    const Row* focused_;
 };
 
 RowList::~RowList() {
@@ -99,12 +100,24 @@ void RowList::RemoveColumns() {
 void RowList::Remove(Row& row) {
     Sync();
     const int position = PositionOf(row);
+    selected_.erase(&row);
+    const bool hadFocus = focused_ == &row;
+    const Raised moving(moving_);
+    SetState(position, 0, LVIS_SELECTED | LVIS_FOCUSED);
     rows_.Remove(row);
     shown_ = rows_.Size();
     Send(LVM_DELETEITEM, static_cast<WPARAM>(position));
+    if (!hadFocus) return;
+    // The keyboard goes on from where the row was.
+    const int next = std::min(position, static_cast<int>(shown_) - 1);
+    focused_ = RowAt(next).get();
+    if (focused_ != nullptr) SetState(next, LVIS_FOCUSED, LVIS_FOCUSED);
 }
 
 void RowList::Clear() {
+    const Raised moving(moving_);
+    selected_.clear();
+    focused_ = nullptr;
     rows_.Clear();
     shown_ = 0;
     Send(LVM_DELETEALLITEMS);
@@ -148,11 +161,6 @@ void RowList::CheckAll(bool on) {
     RedrawAll();
 }
 
-bool RowList::IsSelected(const Row& row) {
-    Sync();
-    return Send(LVM_GETITEMSTATE, static_cast<WPARAM>(PositionOf(row)), LVIS_SELECTED) != 0;
-}
-
 void RowList::SetSelected(const Row& row, bool selected) {
     Sync();
     SetState(PositionOf(row), selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
@@ -163,31 +171,27 @@ void RowList::SelectAll(bool selected) {
     if (rows_.Size() != 0) SetState(-1, selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
 }
 
-std::vector<RowPtr> RowList::Selected() {
-    std::vector<RowPtr> rows;
-    auto position = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-    while (IsAt(position)) {
-        rows.push_back(rows_.At(static_cast<std::size_t>(position)));
-        position =
-            static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(position), LVNI_SELECTED));
+void RowList::DeselectAllBut(const Row* kept) {
+    const std::vector<const Row*> selected(selected_.begin(), selected_.end());
+    for (const Row* row : selected) {
+        if (row != kept) SetState(PositionOf(*row), 0, LVIS_SELECTED);
     }
-    return rows;
+    if (focused_ != nullptr && focused_ != kept) SetState(PositionOf(*focused_), 0, LVIS_FOCUSED);
 }
 
 RowPtr RowList::Current() {
     Sync();
-    int position = static_cast<int>(
-        Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED | LVNI_SELECTED));
-    if (position < 0) {
-        position = static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-    }
-    return IsAt(position) ? rows_.At(static_cast<std::size_t>(position)) : nullptr;
+    if (selected_.empty()) return nullptr;
+    if (focused_ != nullptr && IsSelected(*focused_)) return RowAt(PositionOf(*focused_));
+    std::size_t first = rows_.Size();
+    for (const Row* row : selected_) first = std::min(first, rows_.PositionOf(*row));
+    return RowAt(static_cast<int>(first));
 }
 
 void RowList::MakeCurrent(const Row& row) {
     Sync();
+    DeselectAllBut(&row);
     const int position = PositionOf(row);
-    SetState(-1, 0, LVIS_SELECTED);
     SetState(position, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     Send(LVM_SETSELECTIONMARK, 0, position);
     EnsureVisible(row);
@@ -208,7 +212,11 @@ RowPtr RowList::HitTest(POINT screen) {
     ScreenToClient(handle_, &hit.pt);
     Send(view_ == View::report ? LVM_SUBITEMHITTEST : LVM_HITTEST, 0,
          reinterpret_cast<LPARAM>(&hit));
-    return IsAt(hit.iItem) ? rows_.At(static_cast<std::size_t>(hit.iItem)) : nullptr;
+    return RowAt(hit.iItem);
+}
+
+RowPtr RowList::RowAt(int position) const {
+    return IsAt(position) ? rows_.At(static_cast<std::size_t>(position)) : nullptr;
 }
 
 void RowList::ClickColumn(int column) {
@@ -317,6 +325,20 @@ std::optional<LRESULT> RowList::OnNotify(NMHDR& header) {
             const auto& find = reinterpret_cast<const NMLVFINDITEMW&>(header);
             return FindText(find.lvfi, find.iStart);
         }
+        case LVN_ITEMCHANGED: {
+            const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+            if ((change.uChanged & LVIF_STATE) != 0) {
+                OnStateChanged(change.iItem, change.uOldState, change.uNewState);
+            }
+            return 0;
+        }
+        case LVN_ODSTATECHANGED: {
+            const auto& change = reinterpret_cast<const NMLVODSTATECHANGE&>(header);
+            for (int at = change.iFrom; at <= change.iTo; ++at) {
+                OnStateChanged(at, change.uOldState, change.uNewState);
+            }
+            return 0;
+        }
         case LVN_GETINFOTIPW: {
             auto& tip = reinterpret_cast<NMLVGETINFOTIPW&>(header);
             if (!IsAt(tip.iItem)) return 0;
@@ -357,6 +379,31 @@ std::optional<LRESULT> RowList::OnNotify(NMHDR& header) {
         default:
             return std::nullopt;
     }
+}
+
+void RowList::OnStateChanged(int position, UINT before, UINT now) {
+    if (moving_) return;
+    const UINT changed = before ^ now;
+    if (position < 0) {
+        // All rows at once.
+        if ((changed & LVIS_SELECTED) == 0) return;
+        selected_.clear();
+        if ((now & LVIS_SELECTED) == 0) return;
+        rows_.Each([this](const RowPtr& row) { selected_.insert(row.get()); });
+        return;
+    }
+    const RowPtr row = RowAt(position);
+    if (!row) return;
+    if ((changed & LVIS_SELECTED) != 0) {
+        if ((now & LVIS_SELECTED) != 0)
+            selected_.insert(row.get());
+        else
+            selected_.erase(row.get());
+    }
+    if ((now & LVIS_FOCUSED) != 0)
+        focused_ = row.get();
+    else if (focused_ == row.get() && (changed & LVIS_FOCUSED) != 0)
+        focused_ = nullptr;
 }
 
 void RowList::FillDisplayInfo(LVITEMW& item) const {
@@ -453,14 +500,15 @@ void RowList::OnKey(WORD key) {
         return;
     }
     if (key != VK_SPACE || !checkBoxes_ || GetKeyState(VK_CONTROL) < 0) return;
-    const auto focused =
-        static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED));
-    if (!IsAt(focused)) return;
-    const RowPtr row = rows_.At(static_cast<std::size_t>(focused));
+    if (focused_ == nullptr) return;
+    const RowPtr row = RowAt(PositionOf(*focused_));
+    if (!row) return;
     const bool on = !row->checked;
     // The other selected rows follow the one with the focus.
     if (IsSelected(*row)) {
-        for (const RowPtr& each : Selected()) Check(*each, on);
+        for (const Row* each : selected_) {
+            if (const RowPtr other = RowAt(PositionOf(*each))) Check(*other, on);
+        }
     }
     Check(*row, on);
 }

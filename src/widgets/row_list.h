@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "ole/handles.h"
@@ -16,8 +17,8 @@
 
 namespace widgets {
 
-/// The system's list view over rows that are kept here; the window asks for what it shows. Which
-/// rows are selected, and which one has the focus, the window knows.
+/// The system's list view over rows that are kept here; the window asks for what it shows, and
+/// tells which rows are selected and which one has the focus.
 class RowList {
 public:
     enum class View { icons = 0, smallIcons = 1, list = 2, report = 3 };
@@ -60,11 +61,9 @@ public:
     void Check(Row& row, bool checked);
     void CheckAll(bool checked);
 
-    bool IsSelected(const Row& row);
+    bool IsSelected(const Row& row) const { return selected_.contains(&row); }
     void SetSelected(const Row& row, bool selected);
     void SelectAll(bool selected);
-    /// The selected rows in their order.
-    std::vector<RowPtr> Selected();
     /// The row with the focus when it is selected, else the first selected one, else null.
     RowPtr Current();
     /// Selects one row alone, gives it the focus and scrolls to it.
@@ -98,7 +97,7 @@ public:
     void Draw(HDC context, const RECT& bounds);
 
 private:
-    /// Which rows are selected while their positions change.
+    /// Gives the selection back to the same rows when their positions have changed.
     class SelectionKeeper;
 
     LRESULT Send(UINT message, WPARAM wide = 0, LPARAM large = 0) const {
@@ -108,10 +107,14 @@ private:
     bool IsAt(int position) const {
         return position >= 0 && static_cast<std::size_t>(position) < rows_.Size();
     }
+    RowPtr RowAt(int position) const;
     void SetState(int position, UINT state, UINT mask) const;
+    /// Takes selection and focus off all rows but one.
+    void DeselectAllBut(const Row* kept);
     void ShowSortArrow() const;
 
     std::optional<LRESULT> OnNotify(NMHDR& header);
+    void OnStateChanged(int position, UINT before, UINT now);
     void FillDisplayInfo(LVITEMW& item) const;
     LRESULT FindText(const LVFINDINFOW& wanted, int start) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
@@ -123,6 +126,10 @@ private:
     RowStore rows_;
     /// How many rows the window knows.
     std::size_t shown_ = 0;
+    std::unordered_set<const Row*> selected_;
+    const Row* focused_ = nullptr;
+    /// While positions change, what the window says of them is not heard.
+    bool moving_ = false;
     int columns_ = 0;
     View view_ = View::report;
     bool checkBoxes_ = false;
