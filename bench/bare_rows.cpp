@@ -14,12 +14,13 @@ void EachText(IDispatch& metaNode, std::span<const wchar_t* const> properties, R
               Cell&& cell) {
     const std::vector<Name> names(properties.begin(), properties.end());
     EachElement(metaNode, [&](const hosting::Ref<IDispatch>& node) {
-        row(Read(*node.Get(), L"identifier"));
+        _variant_t key = Read(*node.Get(), L"identifier");
+        row(key);
         for (std::size_t i = 0; i < names.size(); ++i) {
             VARIANT argument = names[i].Argument();
             _variant_t text = Read(*node.Get(), L"GetProperty", &argument);
             if (V_VT(&text) != VT_BSTR) text.ChangeType(VT_BSTR);
-            cell(static_cast<int>(i), std::move(text));
+            cell(static_cast<int>(i), text);
         }
     });
 }
@@ -27,9 +28,12 @@ void EachText(IDispatch& metaNode, std::span<const wchar_t* const> properties, R
 }  // namespace
 
 void BareRows::Fill(IDispatch& metaNode, std::span<const wchar_t* const> properties) {
-    EachText(
-        metaNode, properties, [&](_variant_t key) { texts_.push_back(std::move(key)); },
-        [&](int, _variant_t text) { texts_.push_back(std::move(text)); });
+    // The platform's variants copy where others move.
+    const auto keep = [&](_variant_t& text) {
+        texts_.emplace_back();
+        std::swap<VARIANT>(texts_.back(), text);
+    };
+    EachText(metaNode, properties, keep, [&](int, _variant_t& text) { keep(text); });
 }
 
 SystemList::SystemList(int columns)

@@ -27,16 +27,6 @@ _variant_t PropertyOfEnd(const ole::Object& link, long end, const _bstr_t& prope
     }
 }
 
-/// A value as an automation string.
-_variant_t AsText(_variant_t value) {
-    if (V_VT(&value) == VT_BSTR) return value;
-    _bstr_t text = ole::ToText(value);
-    _variant_t converted;
-    V_VT(&converted) = VT_BSTR;
-    V_BSTR(&converted) = text.Detach();
-    return converted;
-}
-
 /// The texts of a row while it is filled; written at once.
 class PendingTexts {
 public:
@@ -49,7 +39,12 @@ public:
         scratch_ = std::move(texts_);
     }
 
-    void Add(_variant_t value) { texts_.push_back(AsText(std::move(value))); }
+    void Add(_variant_t value) {
+        ole::MakeText(value);
+        // The platform's variants copy where others move.
+        texts_.emplace_back();
+        std::swap<VARIANT>(texts_.back(), value);
+    }
     /// A column whose text is not ours.
     void Skip() {
         Write();
@@ -317,7 +312,8 @@ void ObjectList::AddLinks(const ole::Object& links) {
 
 void ObjectList::Add(const ole::Object& object, RowKind kind) {
     const bool byName = kind == RowKind::metaObject;
-    const _variant_t key = AsText(object.Call(byName ? L"name" : L"identifier"));
+    _variant_t key = object.Call(byName ? L"name" : L"identifier");
+    ole::MakeText(key);
     Fill(table_.AddRow(ole::ViewOf(V_BSTR(&key))), object, kind);
 }
 

@@ -3,6 +3,7 @@
 #include <oleauto.h>
 
 #include <optional>
+#include <utility>
 
 #include "ole/error.h"
 #include "ole/object.h"
@@ -39,12 +40,6 @@ HRESULT ChangeType(VARIANT& to, const VARIANT& from, VARTYPE type) noexcept {
 
 namespace {
 
-_bstr_t Converted(const VARIANT& value) {
-    _variant_t text;
-    Check(ChangeType(text, value, VT_BSTR));
-    return _bstr_t(text.Detach().bstrVal, false);
-}
-
 /// The value of an object's default property, which must be no object again: one that answers
 /// itself would never end.
 _variant_t DefaultValue(const Object& object) {
@@ -74,15 +69,21 @@ _variant_t Plain(const VARIANT& value) {
 
 _bstr_t ToText(const VARIANT& value) {
     if (V_VT(&value) == VT_BSTR) return ToBstr(V_BSTR(&value));
-    const _variant_t plain = Plain(value);
-    switch (V_VT(&plain)) {
-        case VT_NULL:
-            Throw(Number::invalidUseOfNull);
-        case VT_BSTR:
-            return ToBstr(V_BSTR(&plain));
-        default:
-            return Converted(plain);
+    _variant_t text = value;
+    MakeText(text);
+    return _bstr_t(text.Detach().bstrVal, false);
+}
+
+void MakeText(_variant_t& value) {
+    if (V_VT(&value) == VT_BSTR) return;
+    _variant_t plain = Plain(value);
+    if (V_VT(&plain) == VT_NULL) Throw(Number::invalidUseOfNull);
+    if (V_VT(&plain) != VT_BSTR) {
+        _variant_t text;
+        Check(ChangeType(text, plain, VT_BSTR));
+        std::swap<VARIANT>(plain, text);
     }
+    std::swap<VARIANT>(value, plain);
 }
 
 _bstr_t ToTextOfAnything(const VARIANT& value) {

@@ -32,6 +32,9 @@ HRESULT ChangeType(VARIANT& to, const VARIANT& from, VARTYPE type) noexcept;
 /// text.
 _bstr_t ToText(const VARIANT& value);
 
+/// Makes a value its text, as `ToText` does; a text stays what it is.
+void MakeText(_variant_t& value);
+
 /// As `ToText`, but an error value gives "Error " and the low word of its number.
 _bstr_t ToTextOfAnything(const VARIANT& value);
 
