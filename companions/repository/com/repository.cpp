@@ -6,6 +6,7 @@
 #include "repository/com/failure.h"
 #include "repository/com/model_elements.h"
 #include "repository/com/object_collection.h"
+#include "repository/com/search_elements.h"
 #include "repository/com/show.h"
 #include "repository/com/signature.h"
 #include "repository/com/text.h"
@@ -24,12 +25,17 @@ HRESULT Repository::Do(Work&& work) noexcept {
 STDMETHODIMP Repository::New(VARIANT* file) {
     return Do([&] {
         const std::string path = TextOr(*file, store::inMemory);
+        RequireNoChange();
         Use(store::Store::Create(path));
     });
 }
 
 STDMETHODIMP Repository::Open(VARIANT* file) {
-    return Do([&] { Use(store::Store::Open(TextOf(*file))); });
+    return Do([&] {
+        const std::string path = TextOf(*file);
+        RequireNoChange();
+        Use(store::Store::Open(path));
+    });
 }
 
 STDMETHODIMP Repository::SaveAs(VARIANT* file) {
@@ -40,7 +46,10 @@ STDMETHODIMP Repository::SaveAs(VARIANT* file) {
 }
 
 STDMETHODIMP Repository::Close() {
-    return Do([&] { store_.reset(); });
+    return Do([&] {
+        RequireNoChange();
+        store_.reset();
+    });
 }
 
 STDMETHODIMP Repository::get_Path(BSTR* result) {
@@ -231,6 +240,45 @@ STDMETHODIMP Repository::put_BusyTimeout(VARIANT* milliseconds) {
     });
 }
 
+STDMETHODIMP Repository::BeginChange(VARIANT* name) {
+    return Do([&] {
+        const std::string text = TextOr(*name, "");
+        Store().BeginChange(text);
+    });
+}
+
+STDMETHODIMP Repository::EndChange() {
+    return Do([&] { Store().EndChange(); });
+}
+
+STDMETHODIMP Repository::CancelChange() {
+    return Do([&] { Store().CancelChange(); });
+}
+
+STDMETHODIMP Repository::Undo() {
+    return Do([&] { Store().Undo(); });
+}
+
+STDMETHODIMP Repository::Redo() {
+    return Do([&] { Store().Redo(); });
+}
+
+STDMETHODIMP Repository::get_UndoName(BSTR* result) {
+    return Do([&] { *result = ToResult(Store().UndoName()); });
+}
+
+STDMETHODIMP Repository::get_RedoName(BSTR* result) {
+    return Do([&] { *result = ToResult(Store().RedoName()); });
+}
+
+STDMETHODIMP Repository::Search(VARIANT* words, _ObjectCollection** result) {
+    return Do([&] {
+        const std::string text = TextOf(*words);
+        Store();
+        *result = MakeCollection(*this, MakeSearchElements(*this, text)).Detach();
+    });
+}
+
 store::Store& Repository::Store() {
     if (!store_) Throw(store::Number::objectNotSet, "No repository is open");
     return *store_;
@@ -262,6 +310,11 @@ void Repository::Remove(const Element& element) {
             }
         },
         element);
+}
+
+void Repository::RequireNoChange() const {
+    if (!store_ || !store_->IsChanging()) return;
+    Throw(store::Number::invalidCall, "A change of the repository has not ended");
 }
 
 void Repository::Use(std::unique_ptr<store::Store> opened) {

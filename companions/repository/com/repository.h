@@ -48,6 +48,14 @@ public:
                           VARIANT* propertyCount) override;
     STDMETHODIMP get_BusyTimeout(long* result) override;
     STDMETHODIMP put_BusyTimeout(VARIANT* milliseconds) override;
+    STDMETHODIMP BeginChange(VARIANT* name) override;
+    STDMETHODIMP EndChange() override;
+    STDMETHODIMP CancelChange() override;
+    STDMETHODIMP Undo() override;
+    STDMETHODIMP Redo() override;
+    STDMETHODIMP get_UndoName(BSTR* result) override;
+    STDMETHODIMP get_RedoName(BSTR* result) override;
+    STDMETHODIMP Search(VARIANT* words, _ObjectCollection** result) override;
 
     // For the objects of the repository.
 
@@ -69,6 +77,8 @@ private:
     HRESULT Do(Work&& work) noexcept;
 
     void Use(std::unique_ptr<store::Store> opened);
+    /// Throws when the open repository is in the middle of a change: that would be lost.
+    void RequireNoChange() const;
     store::MetaTypeRef TypeFor(const std::string& name, const std::string& word,
                                const std::string& description);
 

@@ -42,7 +42,7 @@ public:
             total_ += SizeOf(path) + 1;
             paths_.push_back(path);
         }
-        store_.Change([&] {
+        store_.Change("Import", [&] {
             Binding binding(store_, metamodels_, messages_);
             binding.Load();
             Scan();

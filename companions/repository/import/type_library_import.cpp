@@ -97,7 +97,7 @@ std::vector<std::string> Import(store::Store& store, const std::wstring& file) {
         ThrowReason(path);
     }
     Importer importer(store);
-    store.Change([&] { importer.Import(*library.Get(), com::Narrow(path)); });
+    store.Change("Import", [&] { importer.Import(*library.Get(), com::Narrow(path)); });
     return importer.Messages();
 }
 

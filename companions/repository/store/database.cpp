@@ -204,6 +204,12 @@ Statement& Database::Cached(const std::string& sql) {
                                   : cached_.emplace(sql, Prepare(sql)).first->second;
 }
 
+std::vector<std::string> Database::CachedStatements() const {
+    std::vector<std::string> statements;
+    for (const auto& [sql, statement] : cached_) statements.push_back(sql);
+    return statements;
+}
+
 void Database::Execute(const std::string& sql) {
     CheckResult(connection_.get(),
                 sqlite3_exec(connection_.get(), sql.c_str(), nullptr, nullptr, nullptr));
@@ -219,12 +225,21 @@ Id Database::LastInsertId() const {
     return sqlite3_last_insert_rowid(connection_.get());
 }
 
+Id Database::LastGivenId(const std::string& table) {
+    Statement::Rows rows = Cached("SELECT seq FROM sqlite_sequence WHERE name = ?1").Run(table);
+    return rows.Next() ? rows.Integer(0) : 0;
+}
+
 std::int64_t Database::Changes() const {
     return sqlite3_changes64(connection_.get());
 }
 
 std::int64_t Database::TotalChanges() const {
     return sqlite3_total_changes64(connection_.get());
+}
+
+void Database::Check(int result) const {
+    CheckResult(connection_.get(), result);
 }
 
 bool Database::InTransaction() const {
@@ -254,17 +269,17 @@ void Database::CopyTo(Database& target) {
 }
 
 Transaction::Transaction(Database& database, int depth) : database_(database), depth_(depth) {
-    database_.Execute(depth_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT " + Name());
+    Execute(depth_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT " + Name());
 }
 
 Transaction::~Transaction() {
     if (!open_) return;
     try {
         if (depth_ == 0) {
-            database_.Execute("ROLLBACK");
+            Execute("ROLLBACK");
         } else {
-            database_.Execute("ROLLBACK TO " + Name());
-            database_.Execute("RELEASE " + Name());
+            Execute("ROLLBACK TO " + Name());
+            Execute("RELEASE " + Name());
         }
     } catch (const std::exception&) {
         // SQLite has rolled the whole transaction back by itself.
@@ -272,8 +287,12 @@ Transaction::~Transaction() {
 }
 
 void Transaction::Commit() {
-    database_.Execute(depth_ == 0 ? "COMMIT" : "RELEASE " + Name());
+    Execute(depth_ == 0 ? "COMMIT" : "RELEASE " + Name());
     open_ = false;
+}
+
+void Transaction::Execute(const std::string& sql) const {
+    database_.Cached(sql).Execute();
 }
 
 std::string Transaction::Name() const {
@@ -285,7 +304,7 @@ Snapshot::Snapshot(Database& database) : database_(database), began_(!database.I
     database_.Execute("BEGIN");
     try {
         // Only the first read takes the file.
-        database_.ReadInteger("SELECT count(*) FROM meta_enum");
+        database_.Cached("SELECT 1 FROM meta_type LIMIT 1").Execute();
     } catch (...) {
         database_.Execute("ROLLBACK");
         throw;

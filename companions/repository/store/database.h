@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "repository/store/value.h"
 
@@ -104,6 +105,9 @@ public:
     /// A statement that stays prepared for the next time. It runs once at a time.
     Statement& Cached(const std::string& sql);
 
+    /// The statements that stay prepared.
+    std::vector<std::string> CachedStatements() const;
+
     /// Runs statements that take and give nothing.
     void Execute(const std::string& sql);
 
@@ -114,10 +118,17 @@ public:
     Id LastInsertId() const;
     std::int64_t Changes() const;
 
+    /// The last id that a table has given to a row; later ones do not exist.
+    Id LastGivenId(const std::string& table);
+
     /// Grows with every row that this connection changes.
     std::int64_t TotalChanges() const;
 
     bool InTransaction() const;
+
+    /// Throws where a result of SQLite's on this connection is an error.
+    void Check(int result) const;
+    sqlite3* Connection() const { return connection_.get(); }
 
     /// A number that changes when another connection has changed the file.
     std::int64_t DataVersion();
@@ -148,7 +159,11 @@ public:
 
     void Commit();
 
+    /// For a part of a transaction that ends with the whole.
+    void Release() { open_ = false; }
+
 private:
+    void Execute(const std::string& sql) const;
     std::string Name() const;
 
     Database& database_;

@@ -53,6 +53,7 @@ Id Loader::AddLink(const MetaLink& meta, Id source, Id target) {
 
 Id Loader::Inserted(const MetaObject& meta) {
     if (meta.instances) ++*meta.instances;
+    if (++added_ % 1024 == 0) store_.history_.Measure();
     return database_.LastInsertId();
 }
 

@@ -37,6 +37,7 @@ private:
     Statement value_;
     Statement name_;
     Statement description_;
+    int added_ = 0;
     /// How many links there are beside the first one of the same kind and ends.
     std::map<std::tuple<Id, Id, Id>, int> further_;
 };

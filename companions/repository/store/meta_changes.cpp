@@ -37,7 +37,7 @@ MetaObjectRef OwnerOf(const MetaProperty& property) {
 }  // namespace
 
 MetaNodeRef Store::MakeMetaNode(const std::string& name, const std::string& description) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", name);
     RequireFree(meta_.nodes, name);
     database_->Cached("INSERT INTO meta_object(name, name_key, description) VALUES(?1, ?2, ?3)")
         .Execute(name, FoldCase(name), description);
@@ -55,7 +55,7 @@ MetaNodeRef Store::MakeMetaNode(const std::string& name, const std::string& desc
 MetaLinkRef Store::MakeMetaLink(const std::string& name, const std::string& linkName,
                                 const MetaNodeRef& source, const MetaNodeRef& target,
                                 const std::string& description) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", name);
     RequireFree(meta_.links, name);
     RequireOwn(*source);
     RequireOwn(*target);
@@ -79,7 +79,7 @@ MetaLinkRef Store::MakeMetaLink(const std::string& name, const std::string& link
 }
 
 MetaEnumRef Store::MakeEnum(const std::string& name, const std::vector<std::string>& atoms) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", name);
     RequireFree(meta_.enumerations, name);
     database_->Cached("INSERT INTO meta_enum(name, name_key) VALUES(?1, ?2)")
         .Execute(name, FoldCase(name));
@@ -102,7 +102,7 @@ MetaEnumRef Store::MakeEnum(const std::string& name, const std::vector<std::stri
 
 MetaTypeRef Store::MakeMetaType(const std::string& name, DataType dataType,
                                 const std::string& description, const MetaEnumRef& enumeration) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", name);
     RequireFree(meta_.types, name);
     if (enumeration) {
         RequireLive(*enumeration);
@@ -128,7 +128,7 @@ MetaTypeRef Store::MakeMetaType(const std::string& name, DataType dataType,
 
 MetaPropertyRef Store::MakeProperty(const MetaObjectRef& owner, const std::string& name,
                                     const MetaTypeRef& type, const std::string& description) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", name);
     RequireOwn(*owner);
     RequireLive(*type);
     RequireFree(owner->properties, name);
@@ -165,7 +165,7 @@ void Store::InsertStandardProperties(const MetaObjectRef& owner) {
 }
 
 void Store::SetAbstract(const MetaNodeRef& node, bool abstract) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Change", node->name);
     RequireOwn(*node);
     database_->Cached("UPDATE meta_object SET is_abstract = ?2 WHERE id = ?1")
         .Execute(node->id, abstract);
@@ -174,7 +174,7 @@ void Store::SetAbstract(const MetaNodeRef& node, bool abstract) {
 }
 
 void Store::AddSupertype(const MetaNodeRef& node, const MetaNodeRef& supertype) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Change", node->name);
     RequireOwn(*node);
     RequireOwn(*supertype);
     if (supertype->IsKindOf(*node)) {
@@ -191,7 +191,7 @@ void Store::AddSupertype(const MetaNodeRef& node, const MetaNodeRef& supertype) 
 }
 
 void Store::Rename(const MetaObjectRef& object, const std::string& name) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Rename", object->name);
     RequireOwn(*object);
     const auto node = std::dynamic_pointer_cast<MetaNode>(object);
     const auto link = std::dynamic_pointer_cast<MetaLink>(object);
@@ -200,6 +200,7 @@ void Store::Rename(const MetaObjectRef& object, const std::string& name) {
     } else {
         RequireFree(meta_.links, name, link.get());
     }
+    history_.Divide();
     database_->Cached("UPDATE meta_object SET name = ?2, name_key = ?3 WHERE id = ?1")
         .Execute(object->id, name, FoldCase(name));
     const std::string before = std::exchange(object->name, name);
@@ -214,7 +215,7 @@ void Store::Rename(const MetaObjectRef& object, const std::string& name) {
 }
 
 void Store::Describe(const MetaObjectRef& object, const std::string& description) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Describe", object->name);
     RequireOwn(*object);
     database_->Cached("UPDATE meta_object SET description = ?2 WHERE id = ?1")
         .Execute(object->id, description);
@@ -223,7 +224,7 @@ void Store::Describe(const MetaObjectRef& object, const std::string& description
 }
 
 void Store::Remove(const MetaObjectRef& object) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Remove", object->name);
     RequireOwn(*object);
     std::vector<ObjectSet> sets = {ObjectSet::Instances(*object)};
     if (const auto node = std::dynamic_pointer_cast<MetaNode>(object)) {
@@ -233,27 +234,27 @@ void Store::Remove(const MetaObjectRef& object) {
     }
     Forget(sets);
     database_->Cached("DELETE FROM meta_object WHERE id = ?1").Execute(object->id);
-    meta_.Forget(object);
+    Resync();
     change.Commit();
 }
 
 void Store::Remove(const MetaTypeRef& type) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Remove", type->name);
     RequireLive(*type);
     Statement& users = database_->Cached("SELECT 1 FROM meta_property WHERE type = ?1 LIMIT 1");
     if (type->builtIn || users.Run(type->id).Next()) {
         throw Error(Number::permissionDenied, "The meta type \"" + type->name + "\" is in use");
     }
     database_->Cached("DELETE FROM meta_type WHERE id = ?1").Execute(type->id);
-    meta_.types.Remove(*type);
-    type->removed = true;
+    Resync();
     change.Commit();
 }
 
 void Store::Rename(const MetaPropertyRef& property, const std::string& name) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Rename", property->name);
     const MetaObjectRef owner = OwnerOf(*property);
     RequireFree(owner->properties, name, property.get());
+    history_.Divide();
     database_->Cached("UPDATE meta_property SET name = ?2, name_key = ?3 WHERE id = ?1")
         .Execute(property->id, name, FoldCase(name));
     const std::string before = std::exchange(property->name, name);
@@ -262,7 +263,7 @@ void Store::Rename(const MetaPropertyRef& property, const std::string& name) {
 }
 
 void Store::Describe(const MetaPropertyRef& property, const std::string& description) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Describe", property->name);
     RequireLive(*property);
     database_->Cached("UPDATE meta_property SET description = ?2 WHERE id = ?1")
         .Execute(property->id, description);
@@ -271,7 +272,7 @@ void Store::Describe(const MetaPropertyRef& property, const std::string& descrip
 }
 
 void Store::Retype(const MetaPropertyRef& property, const MetaTypeRef& type) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Change", property->name);
     RequireLive(*property);
     RequireLive(*type);
     if (property->role != Role::value && type->dataType != DataType::string) {
@@ -285,7 +286,7 @@ void Store::Retype(const MetaPropertyRef& property, const MetaTypeRef& type) {
 }
 
 void Store::SetDynamic(const MetaPropertyRef& property, bool dynamic) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Change", property->name);
     RequireLive(*property);
     if (property->role != Role::value && dynamic) {
         throw Error(Number::permissionDenied,
@@ -298,7 +299,7 @@ void Store::SetDynamic(const MetaPropertyRef& property, bool dynamic) {
 }
 
 void Store::SetPersistent(const MetaPropertyRef& property, bool persistent) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Change", property->name);
     RequireLive(*property);
     database_->Cached("UPDATE meta_property SET is_persistent = ?2 WHERE id = ?1")
         .Execute(property->id, persistent);
@@ -307,7 +308,7 @@ void Store::SetPersistent(const MetaPropertyRef& property, bool persistent) {
 }
 
 void Store::SetDefault(const MetaPropertyRef& property, const Value& value) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Change", property->name);
     RequireLive(*property);
     const Value kept = Checked(*property, value);
     if (property->role != Role::value) {
@@ -322,15 +323,14 @@ void Store::SetDefault(const MetaPropertyRef& property, const Value& value) {
 }
 
 void Store::Remove(const MetaPropertyRef& property) {
-    ChangeScope change(*this);
-    const MetaObjectRef owner = OwnerOf(*property);
+    ChangeScope change(*this, "Remove", property->name);
+    RequireLive(*property);
     if (property->role != Role::value) {
         throw Error(Number::permissionDenied,
                     "Every object has the property \"" + property->name + "\"");
     }
     database_->Cached("DELETE FROM meta_property WHERE id = ?1").Execute(property->id);
-    owner->properties.Remove(*property);
-    property->removed = true;
+    Resync();
     change.Commit();
 }
 

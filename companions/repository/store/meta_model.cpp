@@ -9,14 +9,25 @@ namespace repository::store {
 
 namespace {
 
-/// The elements that were known before a reading, by id. Those that the reading does not take up
-/// again are gone.
+/// The elements of one table that were known before a reading, by id. Those that the reading does
+/// not take up again are gone, and wait among the removed ones in case that they come back.
 template <class T>
 class Known {
 public:
-    Known() = default;
+    using Removed = std::unordered_map<Id, std::weak_ptr<T>>;
+
+    Known(Database& database, const std::string& table, Removed& removed)
+        : removed_(removed), last_(database.LastGivenId(table)) {}
     ~Known() {
-        for (auto& [id, element] : elements_) element->removed = true;
+        std::erase_if(removed_, [&](const auto& entry) {
+            return entry.second.expired() || entry.first > last_;
+        });
+        for (auto& [id, element] : elements_) {
+            element->removed = true;
+            // The making of an element with a later id has not happened: the id may become
+            // another element's.
+            if (id <= last_) removed_.emplace(id, element);
+        }
     }
     Known(const Known&) = delete;
     Known& operator=(const Known&) = delete;
@@ -28,6 +39,14 @@ public:
 
     std::shared_ptr<T> Take(Id id) {
         if (auto node = elements_.extract(id)) return std::move(node.mapped());
+        if (const auto entry = removed_.find(id); entry != removed_.end()) {
+            const std::shared_ptr<T> back = entry->second.lock();
+            removed_.erase(entry);
+            if (back) {
+                back->removed = false;
+                return back;
+            }
+        }
         auto made = std::make_shared<T>();
         made->id = id;
         return made;
@@ -35,6 +54,8 @@ public:
 
 private:
     std::unordered_map<Id, std::shared_ptr<T>> elements_;
+    Removed& removed_;
+    Id last_;
 };
 
 /// The element with that id. The file's foreign keys promise that there is one.
@@ -103,8 +124,8 @@ void MetaModel::Read(Database& database) {
 }
 
 void MetaModel::ReadEnumerations(Database& database) {
-    Known<MetaEnum> known;
-    Known<MetaAtom> knownAtoms;
+    Known<MetaEnum> known(database, "meta_enum", removedEnumerations_);
+    Known<MetaAtom> knownAtoms(database, "meta_atom", removedAtoms_);
     known.Remember(enumerations);
     for (const MetaEnumRef& enumeration : enumerations) knownAtoms.Remember(enumeration->atoms);
     enumerations.Clear();
@@ -126,7 +147,7 @@ void MetaModel::ReadEnumerations(Database& database) {
 }
 
 void MetaModel::ReadTypes(Database& database) {
-    Known<MetaType> known;
+    Known<MetaType> known(database, "meta_type", removedTypes_);
     known.Remember(types);
     types.Clear();
     std::unordered_map<Id, MetaEnumRef> enumerationById;
@@ -154,7 +175,7 @@ void MetaModel::ReadTypes(Database& database) {
 }
 
 void MetaModel::ReadNodes(Database& database) {
-    Known<MetaNode> known;
+    Known<MetaNode> known(database, "meta_object", removedNodes_);
     known.Remember(nodes);
     nodes.Clear();
     Statement all = database.Prepare(
@@ -185,7 +206,7 @@ void MetaModel::ReadSupertypes(Database& database) {
 }
 
 void MetaModel::ReadLinks(Database& database) {
-    Known<MetaLink> known;
+    Known<MetaLink> known(database, "meta_object", removedLinks_);
     known.Remember(links);
     links.Clear();
     std::unordered_map<Id, MetaNodeRef> nodeById;
@@ -207,7 +228,7 @@ void MetaModel::ReadLinks(Database& database) {
 }
 
 void MetaModel::ReadProperties(Database& database, const std::vector<MetaPropertyRef>& before) {
-    Known<MetaProperty> known;
+    Known<MetaProperty> known(database, "meta_property", removedProperties_);
     known.Remember(before);
     std::unordered_map<Id, MetaTypeRef> typeById;
     for (const MetaTypeRef& type : types) typeById.emplace(type->id, type);
@@ -257,50 +278,12 @@ void MetaModel::AddSupertype(const MetaNodeRef& node, const MetaNodeRef& superty
     }
 }
 
-void MetaModel::Forget(const MetaObjectRef& object) {
-    object->removed = true;
-    for (const MetaPropertyRef& property : object->properties) property->removed = true;
-    objects_.erase(object->id);
-    if (const auto link = std::dynamic_pointer_cast<MetaLink>(object)) {
-        for (MetaNode* heir : link->source->Heirs()) heir->outgoing.Remove(*link);
-        for (MetaNode* heir : link->target->Heirs()) heir->incoming.Remove(*link);
-        links.Remove(*link);
-    } else if (const auto node = std::dynamic_pointer_cast<MetaNode>(object)) {
-        for (const MetaLinkRef& own : LinksOf(*node)) Forget(own);
-        nodes.Remove(*node);
-        ForgetSupertypes(*node);
-    }
-}
-
 std::vector<MetaLinkRef> MetaModel::LinksOf(const MetaNode& node) const {
     std::vector<MetaLinkRef> found;
     for (const MetaLinkRef& link : links) {
         if (link->source.get() == &node || link->target.get() == &node) found.push_back(link);
     }
     return found;
-}
-
-void MetaModel::ForgetSupertypes(MetaNode& node) {
-    if (node.supertypes.empty() && node.subtypes.empty()) return;
-    std::vector<std::pair<MetaNodeRef, MetaNodeRef>> others;
-    for (const MetaNodeRef& each : nodes) {
-        for (const MetaNodeRef& supertype : each->supertypes) {
-            if (supertype.get() != &node) others.emplace_back(each, supertype);
-        }
-    }
-    const auto forget = [](MetaNode& each) {
-        each.outgoing.Clear();
-        each.incoming.Clear();
-        each.supertypes.clear();
-        each.subtypes.clear();
-    };
-    forget(node);
-    for (const MetaNodeRef& each : nodes) forget(*each);
-    for (const auto& [each, supertype] : others) AddSupertype(each, supertype);
-    for (const MetaLinkRef& link : links) {
-        for (MetaNode* heir : link->source->Heirs()) heir->outgoing.Add(link);
-        for (MetaNode* heir : link->target->Heirs()) heir->incoming.Add(link);
-    }
 }
 
 MetaModel::~MetaModel() {

@@ -122,10 +122,9 @@ public:
     /// element, with its new content; what is gone is marked as removed.
     void Read(Database& database);
 
-    /// Adds a meta object, with the lists of the meta nodes at its ends; `Forget` is the reverse.
+    /// Adds a meta object, with the lists of the meta nodes at its ends.
     void Add(const MetaNodeRef& node);
     void Add(const MetaLinkRef& link);
-    void Forget(const MetaObjectRef& object);
 
     /// Makes one meta node a supertype of another, which inherits its meta links.
     void AddSupertype(const MetaNodeRef& node, const MetaNodeRef& supertype);
@@ -134,7 +133,10 @@ public:
     std::vector<MetaLinkRef> LinksOf(const MetaNode& node) const;
 
 private:
-    void ForgetSupertypes(MetaNode& node);
+    /// Elements that were removed, as long as somebody holds them: they may come back.
+    template <class T>
+    using Removed = std::unordered_map<Id, std::weak_ptr<T>>;
+
     void ReadEnumerations(Database& database);
     void ReadTypes(Database& database);
     void ReadNodes(Database& database);
@@ -143,6 +145,12 @@ private:
     void ReadProperties(Database& database, const std::vector<MetaPropertyRef>& before);
 
     std::unordered_map<Id, MetaObjectRef> objects_;
+    Removed<MetaEnum> removedEnumerations_;
+    Removed<MetaAtom> removedAtoms_;
+    Removed<MetaType> removedTypes_;
+    Removed<MetaNode> removedNodes_;
+    Removed<MetaLink> removedLinks_;
+    Removed<MetaProperty> removedProperties_;
 };
 
 }  // namespace repository::store

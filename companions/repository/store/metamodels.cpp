@@ -45,7 +45,7 @@ std::vector<Store::MetamodelPart> Store::Parts(Id metamodel) {
 }
 
 Id Store::AddMetamodel(const Metamodel& metamodel) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", metamodel.uri);
     database_->Cached("INSERT INTO metamodel(uri, file, ecore) VALUES(?1, ?2, ?3)")
         .Execute(metamodel.uri, metamodel.file, metamodel.ecore);
     const Id id = database_->LastInsertId();
@@ -54,7 +54,7 @@ Id Store::AddMetamodel(const Metamodel& metamodel) {
 }
 
 void Store::AddPart(Id metamodel, const MetamodelPart& part) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", part.name);
     database_
         ->Cached(
             "INSERT INTO metamodel_part(metamodel, path, name, meta_object, meta_property, "

@@ -43,6 +43,7 @@ private:
     std::uint64_t generation_ = 0;
     /// The objects that were read together with this one: so will their values be.
     std::shared_ptr<Batch> batch_;
+    /// Where records are found by id; none for one whose id may become another object's.
     std::shared_ptr<ObjectRegistry> registry_;
 };
 

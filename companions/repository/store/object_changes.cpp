@@ -54,7 +54,7 @@ std::vector<ObjectRef> Store::FindByName(const MetaObject& meta, std::string_vie
 
 ObjectRef Store::MakeNode(const MetaNodeRef& meta, const std::string& identifier,
                           const std::string& name) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", name.empty() ? identifier : name);
     RequireLive(*meta);
     if (meta->builtIn) {
         throw Error(Number::invalidCall, "\"" + meta->name + "\" has no nodes of its own");
@@ -69,7 +69,7 @@ ObjectRef Store::MakeNode(const MetaNodeRef& meta, const std::string& identifier
 
 ObjectRef Store::MakeLink(const MetaLinkRef& meta, const ObjectRef& source, const ObjectRef& target,
                           const std::string& identifier, const std::string& name) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Make", name.empty() ? identifier : name);
     RequireLive(*meta);
     Update(*source);
     Update(*target);
@@ -120,7 +120,7 @@ ObjectRef Store::Target(Object& link) {
 }
 
 void Store::Rename(const ObjectRef& object, const std::string& name) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Rename", object->name);
     Update(*object);
     RequireLive(*object);
     if (object->name == name) return;
@@ -131,7 +131,7 @@ void Store::Rename(const ObjectRef& object, const std::string& name) {
 }
 
 void Store::Describe(const ObjectRef& object, const std::string& description) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Describe", object->name);
     Update(*object);
     RequireLive(*object);
     if (object->description == description) return;
@@ -142,7 +142,7 @@ void Store::Describe(const ObjectRef& object, const std::string& description) {
 }
 
 void Store::Remove(const ObjectRef& object) {
-    ChangeScope change(*this);
+    ChangeScope change(*this, "Remove", object->name);
     Update(*object);
     RequireLive(*object);
     Forget({ObjectSet::Outgoing(*object), ObjectSet::Incoming(*object)});
@@ -180,6 +180,8 @@ bool Store::HasValue(Object& object, const MetaProperty& property) {
 }
 
 void Store::SetValue(const ObjectRef& object, const MetaProperty& property, const Value& value) {
+    if (GetValue(*object, property) == value && !IsOutdated()) return;
+    ChangeScope change(*this, "Set", property.name);
     const Value before = GetValue(*object, property);
     RequireLive(property);
     if (property.owner.lock() != object->meta) {
@@ -190,18 +192,16 @@ void Store::SetValue(const ObjectRef& object, const MetaProperty& property, cons
     const Value kept = Checked(property, value);
     switch (property.role) {
         case Role::name:
-            return Rename(object, TextOrNone(kept));
+            Rename(object, TextOrNone(kept));
+            return change.Commit();
         case Role::description:
-            return Describe(object, TextOrNone(kept));
+            Describe(object, TextOrNone(kept));
+            return change.Commit();
         case Role::identifier:
             throw Error(Number::permissionDenied, "The identifier of an object does not change");
         case Role::value:
             break;
     }
-    ChangeScope change(*this);
-    Update(*object);
-    RequireLive(*object);
-    RequireLive(property);
     if (IsEmpty(kept)) {
         database_->Cached("DELETE FROM property_value WHERE object = ?1 AND property = ?2")
             .Execute(object->id, property.id);

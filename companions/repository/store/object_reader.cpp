@@ -97,13 +97,13 @@ std::vector<std::pair<Id, Id>> ObjectReader::Ids(const ObjectSet& set) {
 }
 
 void ObjectReader::Update(Object& object) {
-    if (object.removed || object.generation_ == generation_) return;
+    if (object.generation_ == generation_ || !object.registry_) return;
     Statement::Rows rows = database_->Cached(select + "id = ?1").Run(object.id);
     if (rows.Next()) {
         Assign(object, rows);
     } else {
         object.removed = true;
-        registry_->erase(object.id);
+        object.generation_ = generation_;
     }
 }
 
@@ -143,7 +143,19 @@ void ObjectReader::Forget(Id id) {
     const auto entry = registry_->find(id);
     if (entry == registry_->end()) return;
     if (const ObjectRef held = entry->second.lock()) held->removed = true;
-    registry_->erase(id);
+}
+
+void ObjectReader::GiveUpAfter(Id last) {
+    std::vector<ObjectRef> given;
+    for (const auto& [id, record] : *registry_) {
+        if (id <= last) continue;
+        if (ObjectRef held = record.lock()) given.push_back(std::move(held));
+    }
+    for (const ObjectRef& object : given) {
+        object->removed = true;
+        object->registry_.reset();
+        registry_->erase(object->id);
+    }
 }
 
 ObjectRef ObjectReader::First(Statement::Rows rows) {
@@ -196,6 +208,7 @@ void ObjectReader::Assign(Object& object, const Statement::Rows& row) {
     object.source = row.Integer(5);
     object.target = row.Integer(6);
     object.values_.reset();
+    object.removed = false;
     object.generation_ = generation_;
 }
 

@@ -33,7 +33,8 @@ public:
     /// The ids of a set's members, whether held or not, each with its meta object's.
     std::vector<std::pair<Id, Id>> Ids(const ObjectSet& set);
 
-    /// Reads a held record again where it is older than the last `Invalidate`.
+    /// Reads a held record again where it is older than the last `Invalidate`; it may be removed
+    /// then, or there again.
     void Update(Object& object);
 
     /// The values of an object, read together with those of the objects that came with it.
@@ -43,10 +44,15 @@ public:
     ObjectRef Register(const MetaObjectRef& meta, Id id, const std::string& identifier,
                        const std::string& name, Id source, Id target);
 
-    /// Marks the held record of an object that was removed.
+    /// Marks the held record of an object that was removed. It is used again should the object
+    /// come back.
     void Forget(Id id);
 
-    /// Makes all held records out of date; `MarkAllRemoved` is the end of the repository.
+    /// Gives up the held records of the objects after an id for good: their making has not
+    /// happened.
+    void GiveUpAfter(Id last);
+
+    /// Makes all held records out of date.
     void Invalidate() { ++generation_; }
 
 private:

@@ -5,13 +5,16 @@
 
 #include "repository/store/error.h"
 #include "repository/store/meta_model.h"
+#include "repository/store/search.h"
 #include "repository/store/text.h"
 
 namespace repository::store {
 
 namespace {
 
-constexpr const char* tables = R"sql(
+// What each version of the file has more than the one before. It stays as it is once files have
+// been made with it.
+constexpr const char* version1 = R"sql(
 CREATE TABLE meta_enum(
     id INTEGER PRIMARY KEY AUTOINCREMENT,
     name TEXT NOT NULL,
@@ -105,9 +108,7 @@ CREATE VIEW value AS
     JOIN meta_property ON meta_property.id = property;
 )sql";
 
-/// What the versions after the first one have added: the step at index 0 leads to version 2.
-constexpr const char* upgrades[] = {
-    R"sql(
+constexpr const char* version2 = R"sql(
 ALTER TABLE meta_object ADD COLUMN is_abstract INTEGER NOT NULL DEFAULT 0;
 
 -- The nodes of a meta node are at the ends of the meta links of its supertypes too.
@@ -139,9 +140,52 @@ CREATE INDEX metamodel_part_metamodel ON metamodel_part(metamodel);
 CREATE INDEX metamodel_part_object ON metamodel_part(meta_object);
 CREATE INDEX metamodel_part_property ON metamodel_part(meta_property);
 CREATE INDEX metamodel_part_type ON metamodel_part(meta_type);
-)sql",
-};
-static_assert(std::size(upgrades) == schemaVersion - 1);
+)sql";
+
+constexpr const char* version3 = R"sql(
+-- The changes that can be undone, and after them those that were undone (undone is 1) and can be
+-- made again, in the order of their making. total: the bytes of this and all earlier ones.
+CREATE TABLE step(
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL,
+    undone INTEGER NOT NULL DEFAULT 0,
+    size INTEGER NOT NULL,
+    total INTEGER NOT NULL);
+
+-- What a change has done to the other tables, as changesets of SQLite's session extension.
+CREATE TABLE step_part(
+    step INTEGER NOT NULL REFERENCES step ON DELETE CASCADE,
+    number INTEGER NOT NULL,
+    changeset BLOB NOT NULL,
+    PRIMARY KEY(step, number));
+
+-- The full-text index: the row of an object has the object's id. The objects in search_pending have
+-- changed since they were indexed.
+CREATE VIRTUAL TABLE search USING fts5(name, content, tokenize = 'unicode61 remove_diacritics 2');
+CREATE TABLE search_pending(object INTEGER PRIMARY KEY);
+CREATE TRIGGER object_made AFTER INSERT ON object BEGIN
+    INSERT OR IGNORE INTO search_pending VALUES(new.id);
+END;
+CREATE TRIGGER object_renamed AFTER UPDATE OF name, description ON object BEGIN
+    INSERT OR IGNORE INTO search_pending VALUES(new.id);
+END;
+CREATE TRIGGER object_removed AFTER DELETE ON object BEGIN
+    INSERT OR IGNORE INTO search_pending VALUES(old.id);
+END;
+CREATE TRIGGER text_set AFTER INSERT ON property_value WHEN new.type = 10 BEGIN
+    INSERT OR IGNORE INTO search_pending VALUES(new.object);
+END;
+CREATE TRIGGER text_changed AFTER UPDATE ON property_value WHEN old.type = 10 OR new.type = 10 BEGIN
+    INSERT OR IGNORE INTO search_pending VALUES(new.object);
+END;
+CREATE TRIGGER text_unset AFTER DELETE ON property_value WHEN old.type = 10 BEGIN
+    INSERT OR IGNORE INTO search_pending VALUES(old.object);
+END;
+INSERT INTO search_pending SELECT id FROM object;
+)sql";
+
+constexpr const char* versions[] = {version1, version2, version3};
+static_assert(std::size(versions) == schemaVersion);
 
 struct BuiltInType {
     const char* name;
@@ -180,23 +224,35 @@ constexpr BuiltInNode builtInNodes[] = {
     {built_in::metaProperty, "The type of the meta properties"},
 };
 
-constexpr const char* expectedTables[] = {
-    "meta_enum", "meta_atom",      "meta_type",      "meta_object", "meta_property",
-    "object",    "property_value", "meta_supertype", "metamodel",   "metamodel_part"};
+struct ExpectedTable {
+    const char* name;
+    std::int64_t sinceVersion;
+};
 
-/// Runs the steps that lead from a version to the present one.
-void Upgrade(Database& database, std::int64_t version) {
-    for (; version < schemaVersion; ++version) {
-        database.Execute(upgrades[version - 1]);
-        database.Execute("PRAGMA user_version = " + std::to_string(version + 1));
+constexpr ExpectedTable expectedTables[] = {
+    {"meta_enum", 1},     {"meta_atom", 1},      {"meta_type", 1},      {"meta_object", 1},
+    {"meta_property", 1}, {"object", 1},         {"property_value", 1}, {"meta_supertype", 2},
+    {"metamodel", 2},     {"metamodel_part", 2}, {"step", 3},           {"step_part", 3},
+    {"search", 3},        {"search_pending", 3},
+};
+
+std::int64_t VersionOf(Database& database) {
+    return database.ReadInteger("PRAGMA user_version");
+}
+
+/// Adds what the versions after that one have.
+void AddVersions(Database& database, std::int64_t after) {
+    for (std::int64_t version = after + 1; version <= schemaVersion; ++version) {
+        database.Execute(versions[version - 1]);
     }
+    database.Execute("PRAGMA user_version = " + std::to_string(schemaVersion));
 }
 
 }  // namespace
 
 void CreateSchema(Database& database) {
     Transaction transaction(database, 0);
-    database.Execute(tables);
+    AddVersions(database, 0);
     Statement type = database.Prepare(
         "INSERT INTO meta_type(name, name_key, description, data_type, built_in) "
         "VALUES(?1, ?2, ?3, ?4, 1)");
@@ -211,20 +267,6 @@ void CreateSchema(Database& database) {
                      std::string_view(each.description));
     }
     database.Execute("PRAGMA application_id = " + std::to_string(applicationId));
-    database.Execute("PRAGMA user_version = 1");
-    Upgrade(database, 1);
-    transaction.Commit();
-}
-
-void UpgradeSchema(Database& database) {
-    if (database.ReadInteger("PRAGMA application_id") != applicationId ||
-        database.ReadInteger("PRAGMA user_version") >= schemaVersion) {
-        return;
-    }
-    Transaction transaction(database, 0);
-    // Another program may have done it meanwhile.
-    const std::int64_t version = database.ReadInteger("PRAGMA user_version");
-    if (version >= 1) Upgrade(database, version);
     transaction.Commit();
 }
 
@@ -242,12 +284,14 @@ void Configure(Database& database, int busyMilliseconds) {
 }
 
 void CheckSchema(Database& database) {
-    if (database.ReadInteger("PRAGMA application_id") != applicationId ||
-        database.ReadInteger("PRAGMA user_version") != schemaVersion) {
+    const std::int64_t version = VersionOf(database);
+    if (database.ReadInteger("PRAGMA application_id") != applicationId || version < 1 ||
+        version > schemaVersion) {
         throw Error(Number::invalidFileFormat, "The file is no repository of this version");
     }
-    for (const char* table : expectedTables) {
-        const std::string name = table;
+    for (const ExpectedTable& table : expectedTables) {
+        if (table.sinceVersion > version) continue;
+        const std::string name = table.name;
         if (database.ReadInteger(
                 "SELECT count(*) FROM sqlite_schema WHERE type = 'table' AND name = '" + name +
                 "'") != 1) {
@@ -255,6 +299,17 @@ void CheckSchema(Database& database) {
                         "The repository file is damaged (table " + name + " is missing)");
         }
     }
+}
+
+void UpdateSchema(Database& database) {
+    if (VersionOf(database) == schemaVersion) return;
+    Transaction transaction(database, 0);
+    // Another program may have been faster.
+    if (const std::int64_t version = VersionOf(database); version < schemaVersion) {
+        AddVersions(database, version);
+        UpdateIndex(database);
+    }
+    transaction.Commit();
 }
 
 }  // namespace repository::store

@@ -5,10 +5,20 @@
 #include "repository/store/error.h"
 #include "repository/store/file.h"
 #include "repository/store/schema.h"
+#include "repository/store/search.h"
 
 namespace repository::store {
 
 namespace {
+
+/// What is named in the name of a change, without the rest of a long text.
+std::string Shortened(std::string_view text) {
+    constexpr std::size_t longest = 80;
+    if (text.size() <= longest) return std::string(text);
+    std::size_t end = longest;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+    return std::string(text.substr(0, end)) + "...";
+}
 
 void RequirePath(const std::string& path) {
     if (path.empty()) throw Error(Number::pathFileAccess, "A repository file needs a path");
@@ -58,8 +68,8 @@ std::unique_ptr<Store> Store::Open(const std::string& path) {
     }
     auto database = std::make_unique<Database>(file, Database::Mode::readWrite);
     Configure(*database, defaultBusyTimeout);
-    UpgradeSchema(*database);
     CheckSchema(*database);
+    UpdateSchema(*database);
     std::unique_ptr<Store> store(new Store);
     store->Use(std::move(database), file);
     return store;
@@ -67,13 +77,13 @@ std::unique_ptr<Store> Store::Open(const std::string& path) {
 
 Store::Store() : reader_(meta_, [this] { Resync(); }) {}
 
-Store::~Store() = default;
+Store::~Store() {
+    while (!begun_.empty()) begun_.pop_back();
+}
 
 void Store::SaveAs(const std::string& path) {
     RequirePath(path);
-    if (depth_ > 0) {
-        throw Error(Number::invalidCall, "A repository cannot be saved in the middle of a change");
-    }
+    RequireNoChange("saved elsewhere");
     const std::string file = Absolute(path);
     if (IsSameFile(file, path_)) return;
     const FileState before = file == inMemory ? FileState::empty : Probe(file);
@@ -89,11 +99,18 @@ void Store::SaveAs(const std::string& path) {
 }
 
 void Store::Refresh() {
-    if (depth_ > 0) {
-        throw Error(Number::invalidCall,
-                    "A repository cannot be read anew in the middle of a change");
-    }
+    RequireNoChange("read anew");
     Resync();
+}
+
+std::uint64_t Store::Edition() const {
+    return version_ + static_cast<std::uint64_t>(database_->TotalChanges());
+}
+
+void Store::RequireNoChange(const char* action) const {
+    if (depth_ == 0) return;
+    throw Error(Number::invalidCall,
+                std::string("A repository cannot be ") + action + " in the middle of a change");
 }
 
 void Store::SetBusyTimeout(int milliseconds) {
@@ -102,13 +119,17 @@ void Store::SetBusyTimeout(int milliseconds) {
 }
 
 void Store::Use(std::unique_ptr<Database> database, std::string path) {
-    std::swap(database_, database);
-    reader_.Use(*database_);
+    const auto swap = [&] {
+        std::swap(database_, database);
+        if (!database_) return;
+        reader_.Use(*database_);
+        history_.Use(*database_);
+    };
+    swap();
     try {
         Resync();
     } catch (...) {
-        std::swap(database_, database);
-        if (database_) reader_.Use(*database_);
+        swap();
         throw;
     }
     path_ = std::move(path);
@@ -117,15 +138,90 @@ void Store::Use(std::unique_ptr<Database> database, std::string path) {
 void Store::Resync() {
     const Snapshot snapshot(*database_);
     ++version_;
+    reader_.GiveUpAfter(database_->LastGivenId("object"));
     reader_.Invalidate();
     meta_.Read(*database_);
     dataVersion_ = database_->DataVersion();
 }
 
-Store::ChangeScope::ChangeScope(Store& store, std::string_view /*name*/) : store_(store) {
-    transaction_.emplace(*store_.database_, store_.depth_);
-    if (store_.depth_ == 0 && store_.database_->DataVersion() != store_.dataVersion_) {
-        store_.Resync();
+void Store::BeginChange(std::string_view name) {
+    begun_.push_back(std::make_unique<ChangeScope>(*this, name));
+}
+
+void Store::EndChange() {
+    Begun().Commit();
+    begun_.pop_back();
+}
+
+void Store::CancelChange() {
+    Begun();
+    begun_.pop_back();
+}
+
+Store::ChangeScope& Store::Begun() {
+    if (begun_.empty() || begun_.back()->Depth() != depth_ - 1) {
+        throw Error(Number::invalidCall, "No change has been begun");
+    }
+    return *begun_.back();
+}
+
+void Store::AbandonInside(int depth) {
+    while (!begun_.empty() && begun_.back()->Depth() > depth) {
+        begun_.back()->Abandon();
+        begun_.pop_back();
+    }
+}
+
+void Store::Undo() {
+    Travel(&History::Undo);
+}
+
+void Store::Redo() {
+    Travel(&History::Redo);
+}
+
+void Store::Travel(void (History::*direction)()) {
+    RequireNoChange("taken back");
+    ChangeScope change(*this);
+    history_.Stop();
+    (history_.*direction)();
+    Resync();
+    change.Commit();
+}
+
+std::vector<Id> Store::Search(std::string_view text) {
+    if (IsIndexOutdated(*database_)) {
+        Transaction transaction(*database_, depth_);
+        UpdateIndex(*database_);
+        transaction.Commit();
+    }
+    return SearchIndex(*database_, text);
+}
+
+void Store::Finish(Transaction& transaction) {
+    // What is written here is taken back when the file cannot be committed, so that the change can
+    // go on.
+    Transaction last(*database_, 1);
+    history_.Keep(changeName_);
+    UpdateIndex(*database_);
+    transaction.Commit();
+    last.Release();
+}
+
+Store::ChangeScope::ChangeScope(Store& store, std::string_view verb, std::string_view what)
+    : store_(store), depth_(store.depth_) {
+    transaction_.emplace(*store_.database_, depth_);
+    if (depth_ == 0) {
+        if (store_.IsOutdated()) store_.Resync();
+        store_.changeName_.clear();
+        store_.history_.Record();
+    } else {
+        store_.history_.Measure();
+    }
+    if (store_.changeName_.empty() && !verb.empty()) {
+        store_.changeName_ = verb;
+        if (!what.empty()) store_.changeName_ += " \"" + Shortened(what) + "\"";
+        givesName_ = true;
     }
     changesBefore_ = store_.database_->TotalChanges();
     ++store_.depth_;
@@ -133,7 +229,10 @@ Store::ChangeScope::ChangeScope(Store& store, std::string_view /*name*/) : store
 
 Store::ChangeScope::~ChangeScope() {
     if (!transaction_) return;
-    --store_.depth_;
+    store_.AbandonInside(depth_);
+    store_.depth_ = depth_;
+    if (depth_ == 0) store_.history_.Stop();
+    if (givesName_) store_.changeName_.clear();
     const bool changed = store_.database_->TotalChanges() != changesBefore_;
     transaction_.reset();
     if (!changed) return;
@@ -146,9 +245,21 @@ Store::ChangeScope::~ChangeScope() {
 }
 
 void Store::ChangeScope::Commit() {
-    transaction_->Commit();
+    store_.AbandonInside(depth_);
+    if (depth_ == 0 && store_.database_->TotalChanges() != changesBefore_) {
+        store_.Finish(*transaction_);
+    } else {
+        transaction_->Commit();
+    }
     transaction_.reset();
-    --store_.depth_;
+    store_.depth_ = depth_;
+    if (depth_ == 0) store_.history_.Stop();
+}
+
+void Store::ChangeScope::Abandon() {
+    transaction_->Release();
+    transaction_.reset();
+    store_.depth_ = depth_;
 }
 
 }  // namespace repository::store

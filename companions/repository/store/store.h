@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "repository/store/database.h"
+#include "repository/store/history.h"
 #include "repository/store/meta_model.h"
 #include "repository/store/object.h"
 #include "repository/store/object_reader.h"
@@ -18,7 +19,8 @@ namespace repository::store {
 /// A repository in a database file or in memory. The meta model is in memory; nodes and links are
 /// read when they are asked for and shared while somebody holds them. Every changing member is a
 /// transaction of its own, on the disk when it returns, unless it is called inside `Change`. A
-/// member that throws has changed nothing.
+/// member that throws has changed nothing. Each change can be undone, within the bounds of
+/// `History`.
 ///
 /// Another program may change the file: what is held here shows that after `Refresh`, or when
 /// something is changed here next.
@@ -50,7 +52,8 @@ public:
     void SetBusyTimeout(int milliseconds);
 
     /// Runs `work` as one change of that name: it happens completely or, when `work` throws, not at
-    /// all. `work` may be as large as an import.
+    /// all. It is undone as a whole. Without a name it has that of its first part. `work` may be as
+    /// large as an import.
     template <class Work>
     void Change(std::string_view name, Work&& work) {
         ChangeScope change(*this, name);
@@ -61,6 +64,25 @@ public:
     void Change(Work&& work) {
         Change(std::string_view(), std::forward<Work>(work));
     }
+
+    /// Begins a change that `EndChange` completes or `CancelChange` takes back, and that may
+    /// contain others. Only when the outermost one has ended is it on the disk, and until then
+    /// other programs cannot change the file. When `EndChange` fails the change is still open.
+    /// Errors: 5 where none was begun, or not here but around the change that is now at work.
+    void BeginChange(std::string_view name);
+    void EndChange();
+    void CancelChange();
+    bool IsChanging() const { return depth_ > 0; }
+
+    /// Takes the last change of the file back, or makes the last one again that was taken back.
+    /// Held objects show it at once, and those that come back are the same ones. Errors: 5 where
+    /// there is none, and in the middle of a change; 70 where another program has changed the same
+    /// without a history.
+    void Undo();
+    void Redo();
+    /// The names of the changes that these two would act on; empty for none.
+    std::string UndoName() { return history_.UndoName(); }
+    std::string RedoName() { return history_.RedoName(); }
 
     // The meta model. Names are unique without case (457), and not empty (5).
 
@@ -117,6 +139,11 @@ public:
     /// The nodes or links of a meta object that have that name, without case.
     std::vector<ObjectRef> FindByName(const MetaObject& meta, std::string_view name);
 
+    /// The ids of the nodes and links in whose names, descriptions and other texts all words of
+    /// `text` occur, best first; the last word may be the beginning of one. Case and accents do not
+    /// count.
+    std::vector<Id> Search(std::string_view text);
+
     /// Identifiers are unique among nodes and links (457), and not empty (5).
     ObjectRef MakeNode(const MetaNodeRef& meta, const std::string& identifier,
                        const std::string& name);
@@ -144,6 +171,12 @@ public:
 
     /// Changes each time that nodes or links come or go: positions kept from before are void then.
     std::uint64_t Version() const { return version_; }
+
+    /// The SQL that was run here so far, for whoever wants to look at its query plans.
+    std::vector<std::string> Statements() const { return database_->CachedStatements(); }
+
+    /// Changes with everything that is changed here, and when something is read anew.
+    std::uint64_t Edition() const;
 
     // Metamodels that were imported.
 
@@ -180,20 +213,42 @@ private:
     /// One change, or a part of a larger one; taken back unless it is committed.
     class ChangeScope {
     public:
-        explicit ChangeScope(Store& store, std::string_view name = {});
+        /// The change's name is `verb`, or with `what` such as: Make "House".
+        explicit ChangeScope(Store& store, std::string_view verb = {}, std::string_view what = {});
         ~ChangeScope();
         ChangeScope(const ChangeScope&) = delete;
         ChangeScope& operator=(const ChangeScope&) = delete;
 
+        /// When this throws, the change is still open.
         void Commit();
+
+        /// Goes without effect, with the larger change around it.
+        void Abandon();
+
+        int Depth() const { return depth_; }
 
     private:
         Store& store_;
+        const int depth_;
         std::optional<Transaction> transaction_;
-        std::int64_t changesBefore_;
+        std::int64_t changesBefore_ = 0;
+        bool givesName_ = false;
     };
 
     Store();
+
+    /// Throws in the middle of a change; `action` is what cannot be done then.
+    void RequireNoChange(const char* action) const;
+    /// The innermost change that was begun and has not ended.
+    ChangeScope& Begun();
+    /// Abandons the begun changes inside the one of that depth.
+    void AbandonInside(int depth);
+    /// Writes the history and the full-text index, and commits.
+    void Finish(Transaction& transaction);
+    void Travel(void (History::*direction)());
+
+    /// Whether another program has changed the file since it was read.
+    bool IsOutdated() { return database_->DataVersion() != dataVersion_; }
 
     /// Goes on with another database.
     void Use(std::unique_ptr<Database> database, std::string path);
@@ -213,7 +268,11 @@ private:
     std::unique_ptr<Database> database_;
     MetaModel meta_;
     ObjectReader reader_;
+    History history_;
     int depth_ = 0;
+    /// What the outermost change that is open is called.
+    std::string changeName_;
+    std::vector<std::unique_ptr<ChangeScope>> begun_;
     std::int64_t dataVersion_ = 0;
     std::uint64_t version_ = 0;
     int busyTimeout_ = defaultBusyTimeout;

@@ -105,7 +105,7 @@ void Generate(store::Store& store, const Size& size) {
     if (size.metaNodes < 0 || size.nodes < 0 || size.links < 0 || size.properties < 0) {
         throw store::Error(store::Number::invalidCall, "A number of elements is not negative");
     }
-    store.Change([&] { Generator(store, size).Run(); });
+    store.Change("Generate", [&] { Generator(store, size).Run(); });
 }
 
 }  // namespace repository::synthetic

@@ -116,25 +116,6 @@ TEST(RepositoryFile, LaterVersionsAreRefusedAndLeftAsTheyAre) {
     EXPECT_EQ(ReadFile(file), before);
 }
 
-TEST(RepositoryFile, FilesOfTheFirstVersionAreBroughtUpToDate) {
-    const Scratch scratch;
-    const std::string file = scratch.File("old.orv");
-    {
-        const auto store = Store::Create(file);
-        const Small small(*store);
-    }
-    RunSql(file,
-           "DROP TABLE metamodel_part; DROP TABLE metamodel; DROP TABLE meta_supertype;"
-           "ALTER TABLE meta_object DROP COLUMN is_abstract;"
-           "ALTER TABLE meta_property DROP COLUMN default_type;"
-           "ALTER TABLE meta_property DROP COLUMN default_value;"
-           "PRAGMA user_version = 1");
-    const auto store = Store::Open(file);
-    EXPECT_EQ(store->Find("p1")->name, "Anna");
-    store->SetAbstract(store->Meta().nodes.Find("Person"), true);
-    EXPECT_TRUE(Store::Open(file)->Meta().nodes.Find("Person")->abstract);
-}
-
 TEST(RepositoryFile, SaveAsGoesOnInTheNewFile) {
     const Scratch scratch;
     const auto store = Store::Create(inMemory);
