@@ -131,9 +131,11 @@ TEST_F(SearchTest, NothingInATextIsMoreThanText) {
 }
 
 TEST_F(SearchTest, TheIndexIsThatOfAllTexts) {
-    for (int i = 0; i < 300; ++i) {
-        store->MakeNode(small.house, "x" + std::to_string(i), "Common " + std::to_string(i));
-    }
+    store->Change([&] {
+        for (int i = 0; i < 300; ++i) {
+            store->MakeNode(small.house, "x" + std::to_string(i), "Common " + std::to_string(i));
+        }
+    });
     EXPECT_EQ(store->Search("common").size(), 300u);
     Database database(file, Database::Mode::readWrite);
     EXPECT_NO_THROW(database.Execute("INSERT INTO search(search) VALUES('integrity-check')"));
