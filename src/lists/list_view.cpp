@@ -377,6 +377,11 @@ HWND ListView::FocusWindow() {
 
 void ListView::CreateInner(HWND outer) {
     rows_.Create(outer);
+    EnableWindow(rows_.Handle(), enabled_);
+    if (dropTarget_.IsOpen()) {
+        dropTarget_.Close();
+        dropTarget_.Open(rows_.Handle());
+    }
 }
 
 void ListView::Arrange(SIZE size) {
@@ -465,16 +470,21 @@ template <class Work>
 HRESULT ListView::Fill(Work&& work) noexcept {
     class Shows {
     public:
-        explicit Shows(widgets::RowList& list) : list_(list) {}
+        explicit Shows(ListView& view) : view_(view) {
+            view_.List();
+            ++view_.filling_;
+        }
         Shows(const Shows&) = delete;
         Shows& operator=(const Shows&) = delete;
-        ~Shows() { list_.Sync(); }
+        ~Shows() {
+            if (--view_.filling_ == 0) view_.rows_.PlaceAdded();
+        }
 
     private:
-        widgets::RowList& list_;
+        ListView& view_;
     };
     return Run([&] {
-        const Shows shows(List());
+        const Shows shows(*this);
         work();
     });
 }

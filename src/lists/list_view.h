@@ -108,7 +108,8 @@ private:
 
     /// The list's window is made when a member first needs it.
     widgets::RowList& List();
-    /// Runs a member that adds rows; those that it added are shown however it ends.
+    /// Runs a member that adds rows; those that it added are shown however it ends, in their places
+    /// once they all have their texts.
     template <class Work>
     HRESULT Fill(Work&& work) noexcept;
     void AddImages(BSTR key, const widgets::Picture& small, const widgets::Picture& large);
@@ -127,6 +128,8 @@ private:
     widgets::DropTarget dropTarget_;
     ObjectList objects_;
     std::shared_ptr<RowHome> home_;
+    /// How many members that add rows are running, one called by another.
+    int filling_ = 0;
     bool imagesAttached_ = false;
     bool dragAllowed_ = false;
     bool dropAllowed_ = false;

@@ -65,13 +65,16 @@ private:
 };
 
 RowList::~RowList() {
-    if (handle_ != nullptr) DestroyWindow(handle_);
+    if (handle_ == nullptr) return;
+    // A list that does not own its images does not destroy those of its check boxes either.
+    if (checkBoxes_) Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES, 0);
+    DestroyWindow(handle_);
 }
 
 void RowList::Create(HWND parent) {
     const ole::ThemedScope themed;
     handle_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"",
-                              WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
+                              WS_CHILD | WS_VISIBLE | WS_TABSTOP | StyleOf(view_) | LVS_OWNERDATA |
                                   LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE,
                               0, 0, 0, 0, parent, nullptr, ole::ModuleHandle(), nullptr);
     if (handle_ == nullptr) ole::Check(HRESULT_FROM_WIN32(GetLastError()));
@@ -79,21 +82,34 @@ void RowList::Create(HWND parent) {
                             LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, style);
     Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK | LVIS_CUT);
+    for (int i = 0; i < ColumnCount(); ++i) InsertColumn(i, columns_[static_cast<std::size_t>(i)]);
+    ShowSortArrow();
+    if (checkBoxes_) SetCheckBoxes(true);
+    if (headersHidden_) HideHeaders(true);
+    SetImages(images_);
+    const SelectionKeeper keeper(*this);
+    shown_ = 0;
+    Sync();
 }
 
 void RowList::AddColumn(const std::wstring& text, int width) {
-    LVCOLUMNW column = {};
-    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM | LVCF_FMT;
-    column.fmt = LVCFMT_LEFT;
-    column.pszText = const_cast<wchar_t*>(text.c_str());
-    column.cx = width;
-    column.iSubItem = columns_;
-    Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(columns_), reinterpret_cast<LPARAM>(&column));
-    ++columns_;
+    columns_.push_back({text, width});
+    InsertColumn(ColumnCount() - 1, columns_.back());
+}
+
+void RowList::InsertColumn(int position, const Column& column) const {
+    LVCOLUMNW description = {};
+    description.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM | LVCF_FMT;
+    description.fmt = LVCFMT_LEFT;
+    description.pszText = const_cast<wchar_t*>(column.text.c_str());
+    description.cx = column.width;
+    description.iSubItem = position;
+    Send(LVM_INSERTCOLUMNW, static_cast<WPARAM>(position), reinterpret_cast<LPARAM>(&description));
 }
 
 void RowList::RemoveColumns() {
-    while (columns_ > 0) Send(LVM_DELETECOLUMN, static_cast<WPARAM>(--columns_));
+    for (int i = ColumnCount(); i > 0; --i) Send(LVM_DELETECOLUMN, static_cast<WPARAM>(i - 1));
+    columns_.clear();
     ForgetSorting();
 }
 
@@ -106,6 +122,7 @@ void RowList::Remove(Row& row) {
     SetState(position, 0, LVIS_SELECTED | LVIS_FOCUSED);
     rows_.Remove(row);
     shown_ = rows_.Size();
+    if (static_cast<std::size_t>(position) < placed_) --placed_;
     Send(LVM_DELETEITEM, static_cast<WPARAM>(position));
     if (!hadFocus) return;
     // The keyboard goes on from where the row was.
@@ -119,7 +136,7 @@ void RowList::Clear() {
     selected_.clear();
     focused_ = nullptr;
     rows_.Clear();
-    shown_ = 0;
+    shown_ = placed_ = 0;
     Send(LVM_DELETEALLITEMS);
 }
 
@@ -128,7 +145,13 @@ void RowList::Sync() {
     if (shown_ == size) return;
     const std::size_t added = std::exchange(shown_, size);
     Send(LVM_SETITEMCOUNT, size, LVSICF_NOSCROLL | (added > 0 ? LVSICF_NOINVALIDATEALL : 0));
-    if (!order_) return;
+}
+
+void RowList::PlaceAdded() {
+    Sync();
+    const std::size_t size = rows_.Size();
+    const std::size_t added = std::exchange(placed_, size);
+    if (!order_ || added == size) return;
     const SelectionKeeper keeper(*this);
     for (std::size_t next = added; next < size; ++next) {
         const RowPtr row = rows_.At(next);
@@ -199,10 +222,16 @@ void RowList::MakeCurrent(const Row& row) {
 
 bool RowList::EnsureVisible(const Row& row) {
     Sync();
-    const int position = PositionOf(row);
-    if (Send(LVM_ISITEMVISIBLE, static_cast<WPARAM>(position)) != 0) return false;
-    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(position), FALSE);
-    return true;
+    const auto position = static_cast<WPARAM>(PositionOf(row));
+    const auto place = [&] {
+        POINT point = {};
+        Send(LVM_GETITEMPOSITION, position, reinterpret_cast<LPARAM>(&point));
+        return point;
+    };
+    const POINT before = place();
+    Send(LVM_ENSUREVISIBLE, position, FALSE);
+    const POINT after = place();
+    return before.x != after.x || before.y != after.y;
 }
 
 RowPtr RowList::HitTest(POINT screen) {
@@ -229,6 +258,7 @@ void RowList::ClickColumn(int column) {
     std::vector<RowPtr> rows = rows_.All();
     order_->Sort(rows);
     rows_.Reorder(std::move(rows));
+    placed_ = rows_.Size();
     RedrawAll();
 }
 
@@ -239,7 +269,7 @@ void RowList::ForgetSorting() {
 
 void RowList::ShowSortArrow() const {
     const auto header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
-    for (int i = 0; i < columns_; ++i) {
+    for (int i = 0; i < ColumnCount(); ++i) {
         HDITEMW item = {};
         item.mask = HDI_FORMAT;
         SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
@@ -291,6 +321,7 @@ void RowList::SetFont(HFONT font) {
 }
 
 void RowList::SetImages(const ImageLists* images) {
+    images_ = images;
     const auto set = [this](WPARAM which, HIMAGELIST list) {
         Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(list));
     };
@@ -550,7 +581,7 @@ void RowList::Draw(HDC context, const RECT& bounds) {
     for (std::size_t line = headersHidden_ ? 1 : 0; top < box.bottom; ++line, top += height) {
         if (line > rows_.Size()) break;
         LONG left = box.left;
-        for (int column = 0; column < columns_ && left < box.right; ++column) {
+        for (int column = 0; column < ColumnCount() && left < box.right; ++column) {
             const auto width =
                 static_cast<LONG>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
             RECT cell = {left, top, std::min(left + width, box.right),

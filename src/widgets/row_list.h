@@ -35,6 +35,7 @@ public:
     RowList(const RowList&) = delete;
     RowList& operator=(const RowList&) = delete;
 
+    /// Makes the window, or makes it again where it went with its parent.
     void Create(HWND parent);
     HWND Handle() const { return handle_; }
 
@@ -42,18 +43,20 @@ public:
 
     void AddColumn(const std::wstring& text, int width);
     void RemoveColumns();
-    int ColumnCount() const { return columns_; }
+    int ColumnCount() const { return static_cast<int>(columns_.size()); }
 
-    // Rows. The window learns of added rows with `Sync`.
+    // Rows. The window learns of added rows with `Sync`; where the list is sorted they stand at the
+    // end until `PlaceAdded`, because they may not have their texts yet.
 
     const RowStore& Rows() const { return rows_; }
     RowPtr Add(std::wstring_view key) { return rows_.Add(key); }
     bool Rename(Row& row, std::wstring_view key) { return rows_.Rename(row, key); }
     void Remove(Row& row);
     void Clear();
-    /// Rows that were added since the last time are shown, each in its place where the list is
-    /// sorted.
+    /// Rows that were added since the last time are shown.
     void Sync();
+    /// They are shown, each in its place where the list is sorted.
+    void PlaceAdded();
     /// A row looks different now.
     void Redraw(const Row& row) const;
     void RedrawAll() const { InvalidateRect(handle_, nullptr, FALSE); }
@@ -111,6 +114,11 @@ private:
     void SetState(int position, UINT state, UINT mask) const;
     /// Takes selection and focus off all rows but one.
     void DeselectAllBut(const Row* kept);
+    struct Column {
+        std::wstring text;
+        int width;
+    };
+    void InsertColumn(int position, const Column& column) const;
     void ShowSortArrow() const;
 
     std::optional<LRESULT> OnNotify(NMHDR& header);
@@ -130,7 +138,10 @@ private:
     const Row* focused_ = nullptr;
     /// While positions change, what the window says of them is not heard.
     bool moving_ = false;
-    int columns_ = 0;
+    /// How many rows, the first ones, stand in their places.
+    std::size_t placed_ = 0;
+    std::vector<Column> columns_;
+    const ImageLists* images_ = nullptr;
     View view_ = View::report;
     bool checkBoxes_ = false;
     bool headersHidden_ = false;
