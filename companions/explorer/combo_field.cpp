@@ -1,6 +1,7 @@
 #include "explorer/combo_field.h"
 
 #include "explorer/automation.h"
+#include "explorer/hosted.h"
 
 #include <cwctype>
 
@@ -14,13 +15,6 @@ constexpr RECT startBounds{0, 0, 100, 20};
 HWND MakeLabel(HWND parent, const std::wstring& caption) {
     return CreateWindowExW(0, L"STATIC", caption.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP,
                            0, 0, 0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
-}
-
-/// An argument as it comes, by reference or not.
-_variant_t Dereferenced(VARIANT& argument) {
-    _variant_t value;
-    hosting::Check(VariantCopyInd(&value, &argument), L"reading an argument of an event");
-    return value;
 }
 
 }  // namespace
@@ -44,10 +38,7 @@ ComboField::~ComboField() {
 }
 
 void ComboField::Hear(const hosting::Event& event) {
-    if (!onEvent) return;
-    const std::wstring key =
-        event.Count() > 0 ? TextOf(Dereferenced(event.Argument(0))) : std::wstring();
-    onEvent(event.name, key);
+    if (onEvent) onEvent(event.name, TextOf(ArgumentOf(event, 0)));
 }
 
 hosting::LateBound ComboField::Selection() const {
@@ -60,10 +51,7 @@ void ComboField::Select(const hosting::LateBound& object) {
 
 void ComboField::SetLook(const Look& look) {
     SetFont(label_.get(), look);
-    const auto font = hosting::Query<IDispatch>(
-        hosting::MakeFont(look.FontName().c_str(), look.FontPoints()).Get());
-    hosted_.Ambients().Set(DISPID_AMBIENT_FONT, font.Get());
-    hosted_.AmbientChanged(DISPID_AMBIENT_FONT);
+    SetFont(hosted_, look);
 }
 
 void ComboField::Place(const FormRow& row) {

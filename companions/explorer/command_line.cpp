@@ -9,8 +9,10 @@ namespace explorer {
 const wchar_t usage[] =
     L"Usage: OrvaneExplorer [OPTION...] [FILE...]\n"
     L"\n"
-    L"Browses a model repository: FILE is a repository, or one or several COM type libraries\n"
-    L"(.tlb, .olb, .dll, .ocx, .exe) that are imported into a new repository in memory.\n"
+    L"Browses a model repository: FILE is a repository, or one or several files that are imported\n"
+    L"into a new repository in memory: Ecore metamodels and XMI models, in any order, and COM "
+    L"type\n"
+    L"libraries (.tlb, .olb, .dll, .ocx, .exe).\n"
     L"\n"
     L"  --pictures FOLDER  click through the window, save pictures of it and print their names\n"
     L"  --log FILE         write the event log to FILE as well\n"

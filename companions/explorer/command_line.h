@@ -7,7 +7,7 @@ namespace explorer {
 
 /// What the program is asked to do.
 struct CommandLine {
-    std::vector<std::wstring> files;  ///< one repository, or type libraries to import
+    std::vector<std::wstring> files;  ///< one repository, or what is to be imported
     std::wstring pictures;            ///< a folder: drive the window, save pictures there, end
     std::wstring log;                 ///< a file that receives every line of the event log
     bool help = false;                ///< only say how the program is called

@@ -34,6 +34,19 @@ std::vector<std::wstring> Texts(const _variant_t& array) {
     return texts;
 }
 
+/// An array of variants, as scripts make them.
+_variant_t ArrayOf(const std::vector<std::wstring>& texts) {
+    _variant_t array;
+    array.parray = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(texts.size()));
+    if (!array.parray) throw hosting::Error(E_OUTOFMEMORY, L"There is no memory for an array.");
+    array.vt = VT_ARRAY | VT_VARIANT;
+    for (LONG index = 0; index < static_cast<LONG>(texts.size()); ++index) {
+        _variant_t text(texts[static_cast<std::size_t>(index)].c_str());
+        hosting::Check(SafeArrayPutElement(array.parray, &index, &text), L"filling an array");
+    }
+    return array;
+}
+
 }  // namespace
 
 Document::Document() : repository_(hosting::LateBound::Create(L"OrvaneRepository.Repository")) {}
@@ -48,11 +61,16 @@ void Document::Open(const std::wstring& path) {
     imported_.clear();
 }
 
-std::vector<std::wstring> Document::Import(const std::wstring& path) {
-    repository_.Call(L"Import", path.c_str());
-    const std::wstring name = FileName(path);
-    if (std::find(imported_.begin(), imported_.end(), name) == imported_.end())
-        imported_.push_back(name);
+std::vector<std::wstring> Document::Import(const std::vector<std::wstring>& paths) {
+    if (paths.size() == 1)
+        repository_.Call(L"Import", paths.front().c_str());
+    else
+        repository_.Call(L"Import", ArrayOf(paths));
+    for (const auto& path : paths) {
+        const std::wstring name = FileName(path);
+        if (std::find(imported_.begin(), imported_.end(), name) == imported_.end())
+            imported_.push_back(name);
+    }
     return Texts(repository_.Get(L"ImportMessages"));
 }
 

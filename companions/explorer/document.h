@@ -21,8 +21,9 @@ public:
     void New();
     /// Opens a repository's file; a failure leaves the present one open.
     void Open(const std::wstring& path);
-    /// Adds what a file describes to the repository. Returns what the import did not understand.
-    std::vector<std::wstring> Import(const std::wstring& path);
+    /// Adds what files that belong together describe to the repository, in one step. Returns what
+    /// the import did not understand.
+    std::vector<std::wstring> Import(const std::vector<std::wstring>& paths);
     /// Writes the repository to another file and goes on working there.
     void SaveAs(const std::wstring& path);
 

@@ -8,6 +8,10 @@ namespace {
 
 constexpr wchar_t repositoryFilter[] = L"Repositories (*.orvane)\0*.orvane\0All files\0*.*\0";
 constexpr wchar_t importFilter[] =
+    L"Models and type libraries\0*.ecore;*.xmi;*.archimate;*.bpmn;*.model;*.tlb;*.olb;*.dll;*.ocx;"
+    L"*.exe\0"
+    L"Ecore and XMI models (*.ecore;*.xmi;*.archimate;*.bpmn;*.model)\0"
+    L"*.ecore;*.xmi;*.archimate;*.bpmn;*.model\0"
     L"Type libraries (*.tlb;*.olb;*.dll;*.ocx;*.exe)\0*.tlb;*.olb;*.dll;*.ocx;*.exe\0"
     L"All files\0*.*\0";
 constexpr wchar_t repositoryEnding[] = L"orvane";

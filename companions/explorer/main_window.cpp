@@ -14,7 +14,7 @@ namespace explorer {
 namespace {
 
 constexpr wchar_t title[] = L"Orvane Explorer";
-constexpr SIZE startSize{680, 460};
+constexpr SIZE startSize{760, 600};
 constexpr UINT dpiChanged = 0x02E0;  // WM_DPICHANGED came with Windows 8.1.
 
 HICON OwnIcon() {
@@ -62,16 +62,25 @@ MainWindow::~MainWindow() {
 void MainWindow::MakePanes() {
     auto navigator = std::make_unique<NavigatorPane>(*form_, log_, Reporter());
     navigator_ = navigator.get();
-    navigator_->onChoice = [this] { ShowStatus(); };
+    navigator_->onChoice = [this] { ShowChoice(); };
+    auto list = std::make_unique<ListPane>(*form_, log_, Reporter());
+    list_ = list.get();
+    list_->onOpen = [this](ListKind kind, const hosting::LateBound& object) {
+        OpenRow(kind, object);
+    };
+    list_->onDrop = [this](const std::wstring& text) { status_->Say(text); };
     auto logPane = std::make_unique<EventLogPane>(Handle(), log_);
     logPane_ = logPane.get();
     logPane_->onFocus = [this] {
         logHasFocus_ = true;
         if (hosting::HostedControl* const active = form_->Active()) active->UIDeactivate();
     };
+    auto lower = std::make_unique<SplitPane>(Handle(), SplitPane::Direction::aboveEachOther,
+                                             Division::Keeps::second, 0, std::move(list),
+                                             std::move(logPane));
     panes_ = std::make_unique<SplitPane>(Handle(), SplitPane::Direction::aboveEachOther,
                                          Division::Keeps::first, 0, std::move(navigator),
-                                         std::move(logPane));
+                                         std::move(lower));
 }
 
 ErrorHandler MainWindow::Reporter() {
@@ -129,6 +138,10 @@ bool MainWindow::Translate(MSG& message) {
         const auto letter =
             static_cast<wchar_t>(std::towupper(static_cast<wint_t>(message.wParam)));
         if (navigator_->FocusMnemonic(letter)) return true;
+        if (letter == ListPane::Mnemonic()) {
+            list_->Focus();
+            return true;
+        }
         if (letter == EventLogPane::Mnemonic()) {
             FocusLog();
             return true;

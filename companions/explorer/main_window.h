@@ -3,6 +3,7 @@
 #include "explorer/document.h"
 #include "explorer/error_box.h"
 #include "explorer/event_log_pane.h"
+#include "explorer/list_pane.h"
 #include "explorer/navigator_pane.h"
 #include "explorer/split_pane.h"
 #include "explorer/status_line.h"
@@ -30,6 +31,7 @@ public:
 
     [[nodiscard]] Document& OpenDocument() noexcept { return document_; }
     [[nodiscard]] NavigatorPane& Navigator() noexcept { return *navigator_; }
+    [[nodiscard]] ListPane& List() noexcept { return *list_; }
     [[nodiscard]] HWND LogList() const noexcept { return logPane_->List(); }
 
 protected:
@@ -39,10 +41,16 @@ private:
     void OnCommand(WORD command);
     void New();
     void Open(const std::wstring& path);
-    void Import(const std::wstring& path);
+    void Import(const std::vector<std::wstring>& paths);
+    bool ImportAll(const std::vector<std::wstring>& files);
     void SaveAs(const std::wstring& path);
     void ShowDocument();
     void ShowStatus();
+    void ShowChoice();
+    void ShowList(ListKind kind);
+    void ShowListMenu();
+    void OpenRow(ListKind kind, const hosting::LateBound& object);
+    [[nodiscard]] ListSource Source() const;
     void ShowAbout();
 
     void MakePanes();
@@ -62,6 +70,7 @@ private:
     std::unique_ptr<hosting::Form> form_;
     std::unique_ptr<Pane> panes_;
     NavigatorPane* navigator_ = nullptr;
+    ListPane* list_ = nullptr;
     EventLogPane* logPane_ = nullptr;
     std::unique_ptr<StatusLine> status_;
     HACCEL accelerators_;

@@ -61,8 +61,7 @@ void MainWindow::OnCommand(WORD command) {
                 Do(L"Opening " + *path, [&] { Open(*path); });
             break;
         case ID_FILE_IMPORT:
-            for (const auto& path : AskForImports(Handle()))
-                Do(L"Importing " + path, [&] { Import(path); });
+            ImportAll(AskForImports(Handle()));
             break;
         case ID_FILE_SAVE_AS:
             if (const auto path = AskForNewRepository(Handle()))
@@ -72,10 +71,19 @@ void MainWindow::OnCommand(WORD command) {
             SendMessageW(Handle(), WM_CLOSE, 0, 0);
             break;
         case ID_VIEW_REFRESH:
-            Do(L"Refreshing", [this] { navigator_->Refresh(); });
+            Do(L"Refreshing", [this] {
+                navigator_->Refresh();
+                list_->Show(list_->Kind(), Source());
+            });
             break;
         case ID_VIEW_FOLLOW_LINK:
             Do(L"Following a link", [this] { navigator_->FollowLink(); });
+            break;
+        case ID_VIEW_CHECK_BOXES:
+            Do(L"Switching the check boxes", [this] {
+                list_->SetCheckBoxes(!list_->HasCheckBoxes());
+                ShowListMenu();
+            });
             break;
         case ID_VIEW_CLEAR_LOG:
             log_.Clear();
@@ -84,18 +92,29 @@ void MainWindow::OnCommand(WORD command) {
             ShowAbout();
             break;
         default:
+            if (command >= ID_LIST_FIRST && command <= ID_LIST_LAST)
+                ShowList(static_cast<ListKind>(command - ID_LIST_FIRST));
             break;
     }
 }
 
 bool MainWindow::OpenFiles(const std::vector<std::wstring>& files) {
-    if (files.size() == 1 && !IsImported(files.front())) {
+    if (files.size() == 1 && KindOf(files.front()) == FileKind::repository) {
         if (Do(L"Opening " + files.front(), [&] { Open(files.front()); })) return true;
         Do(L"Making a new repository", [this] { New(); });
         return false;
     }
-    bool all = Do(L"Making a new repository", [this] { New(); });
-    for (const auto& file : files) all = Do(L"Importing " + file, [&] { Import(file); }) && all;
+    const bool isNew = Do(L"Making a new repository", [this] { New(); });
+    return ImportAll(files) && isNew;
+}
+
+bool MainWindow::ImportAll(const std::vector<std::wstring>& files) {
+    bool all = true;
+    for (const auto& group : ImportGroups(files)) {
+        const auto others = static_cast<long>(group.size()) - 1;
+        const std::wstring rest = others ? L" and " + CountText(others, L"other file") : L"";
+        all = Do(L"Importing " + group.front() + rest, [&] { Import(group); }) && all;
+    }
     return all;
 }
 
@@ -111,9 +130,9 @@ void MainWindow::Open(const std::wstring& path) {
     ShowDocument();
 }
 
-void MainWindow::Import(const std::wstring& path) {
-    const auto messages = document_.Import(path);
-    log_.Add(program, L"Import", path);
+void MainWindow::Import(const std::vector<std::wstring>& paths) {
+    const auto messages = document_.Import(paths);
+    for (const auto& path : paths) log_.Add(program, L"Import", path);
     for (const auto& message : messages) log_.Add(program, L"Message", message);
     ShowDocument();
 }
@@ -127,6 +146,46 @@ void MainWindow::SaveAs(const std::wstring& path) {
 void MainWindow::ShowDocument() {
     SetWindowTextW(Handle(), (document_.Description() + L" - " + title).c_str());
     navigator_->Browse(document_.Repository());
+    list_->Show(list_->Kind(), Source());
+    ShowListMenu();
+}
+
+ListSource MainWindow::Source() const {
+    return {document_.Repository(), navigator_->MetaNode(), navigator_->Node(),
+            navigator_->MetaLink()};
+}
+
+void MainWindow::ShowChoice() {
+    Try(Reporter(), L"Listing what belongs to the choice", [this] { list_->Follow(Source()); });
+    ShowStatus();
+}
+
+void MainWindow::ShowList(ListKind kind) {
+    Do(L"Listing", [&] { list_->Show(kind, Source()); });
+    ShowListMenu();
+}
+
+void MainWindow::ShowListMenu() {
+    const HMENU menu = GetMenu(Handle());
+    CheckMenuRadioItem(menu, ID_LIST_FIRST, ID_LIST_LAST,
+                       ID_LIST_FIRST + static_cast<UINT>(list_->Kind()), MF_BYCOMMAND);
+    const UINT checked = list_->HasCheckBoxes() ? MF_CHECKED : MF_UNCHECKED;
+    CheckMenuItem(menu, ID_VIEW_CHECK_BOXES, MF_BYCOMMAND | checked);
+}
+
+/// Goes where a row leads: into a type, to a node, along a link.
+void MainWindow::OpenRow(ListKind kind, const hosting::LateBound& object) {
+    if (kind == ListKind::metaNodes) {
+        navigator_->MetaNodes().Select(object);
+        ShowList(ListKind::nodes);
+    } else if (kind == ListKind::nodes) {
+        navigator_->ChooseNode(object);
+    } else if (kind == ListKind::outgoingMetaLinks) {
+        navigator_->MetaLinks().Select(object);
+    } else if (ListsLinks(kind)) {
+        navigator_->ChooseNode(
+            object.Object(kind == ListKind::incomingLinks ? L"source" : L"Target"));
+    }
 }
 
 void MainWindow::ShowStatus() {

@@ -62,9 +62,12 @@ void NavigatorPane::Refresh() {
 void NavigatorPane::FollowLink() {
     const hosting::LateBound link = Link();
     if (!link) throw hosting::Error(E_POINTER, L"No link is chosen.");
-    const hosting::LateBound target = link.Object(L"Target");
-    metaNodes_.Select(target.Object(L"parent"));
-    nodes_.Select(target);
+    ChooseNode(link.Object(L"Target"));
+}
+
+void NavigatorPane::ChooseNode(const hosting::LateBound& node) {
+    metaNodes_.Select(node.Object(L"parent"));
+    nodes_.Select(node);
 }
 
 void NavigatorPane::ShowMetaNode() {

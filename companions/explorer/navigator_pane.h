@@ -27,6 +27,8 @@ public:
     void Refresh();
     /// Chooses the node at the other end of the chosen link. Throws.
     void FollowLink();
+    /// Chooses a node and its meta node. Throws.
+    void ChooseNode(const hosting::LateBound& node);
 
     /// What is chosen, empty where nothing is.
     [[nodiscard]] hosting::LateBound MetaNode() const { return metaNodes_.Selection(); }

@@ -13,4 +13,17 @@
 #define ID_VIEW_REFRESH 1101
 #define ID_VIEW_FOLLOW_LINK 1102
 #define ID_VIEW_CLEAR_LOG 1103
+#define ID_VIEW_CHECK_BOXES 1104
 #define ID_HELP_ABOUT 1201
+// One for each kind of list: the first and the number that the list view has for it.
+#define ID_LIST_FIRST 1300
+#define ID_LIST_META_NODES 1300
+#define ID_LIST_META_LINKS 1301
+#define ID_LIST_OUTGOING_META_LINKS 1302
+#define ID_LIST_INCOMING_META_LINKS 1303
+#define ID_LIST_NODES 1304
+#define ID_LIST_LINKS 1305
+#define ID_LIST_OUTGOING 1306
+#define ID_LIST_INCOMING 1307
+#define ID_LIST_META_PROPERTIES 1308
+#define ID_LIST_LAST 1308

@@ -24,6 +24,10 @@ void StatusLine::Show(const Texts& texts) {
         SendMessageW(bar_.get(), SB_SETTEXTW, part, reinterpret_cast<LPARAM>(parts[part]->c_str()));
 }
 
+void StatusLine::Say(const std::wstring& text) {
+    SendMessageW(bar_.get(), SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
 void StatusLine::SetLook(const Look& look) {
     SetFont(bar_.get(), look);
     partWidth_ = look.Scale(partWidth);

@@ -20,6 +20,8 @@ public:
         std::wstring links;
     };
     void Show(const Texts& texts);
+    /// Shows what has just happened in the first part, until the next Show.
+    void Say(const std::wstring& text);
 
     void SetLook(const Look& look);
     /// Goes to the bottom of the parent's client area. Returns the height in pixels.
