@@ -67,7 +67,14 @@ TEST_P(Classes, SurviveEveryCall) {
     EXPECT_THAT(FindFaults(trial), IsEmpty());
 }
 
-TEST_P(Classes, SurviveRandomCallsOnAForm) {
+/// Those of them that a form can host.
+class Controls : public testing::TestWithParam<std::string> {};
+
+std::vector<std::string> AllControls() {
+    return ControlClasses(*support::Server().TypeLibrary().Get());
+}
+
+TEST_P(Controls, SurviveRandomCallsOnAForm) {
     Trial trial;
     trial.target = GetParam();
     trial.mode = "hosted";
@@ -75,6 +82,8 @@ TEST_P(Classes, SurviveRandomCallsOnAForm) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Library, Classes, testing::ValuesIn(AllClasses()),
+                         [](const auto& instance) { return instance.param; });
+INSTANTIATE_TEST_SUITE_P(Library, Controls, testing::ValuesIn(AllControls()),
                          [](const auto& instance) { return instance.param; });
 
 }  // namespace

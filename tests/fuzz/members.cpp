@@ -71,7 +71,10 @@ std::vector<Member> ReadMembers(IDispatch& object) {
     return members;
 }
 
-std::vector<std::string> CreatableClasses(ITypeLib& library) {
+namespace {
+
+/// The classes that have all of these flags.
+std::vector<std::string> ClassesWith(ITypeLib& library, int flags) {
     std::vector<std::string> names;
     for (UINT index = 0; index < library.GetTypeInfoCount(); ++index) {
         Ref<ITypeInfo> info;
@@ -79,16 +82,26 @@ std::vector<std::string> CreatableClasses(ITypeLib& library) {
         if (FAILED(library.GetTypeInfo(index, info.GetAddressOf())) ||
             FAILED(info->GetTypeAttr(&attributes)))
             continue;
-        const bool creatable = attributes->typekind == TKIND_COCLASS &&
-                               (attributes->wTypeFlags & TYPEFLAG_FCANCREATE) != 0;
+        const bool meant =
+            attributes->typekind == TKIND_COCLASS && (attributes->wTypeFlags & flags) == flags;
         info->ReleaseTypeAttr(attributes);
         BSTR name = nullptr;
-        if (creatable &&
+        if (meant &&
             SUCCEEDED(info->GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr)))
             names.push_back(support::Utf8(name));
         SysFreeString(name);
     }
     return names;
+}
+
+}  // namespace
+
+std::vector<std::string> CreatableClasses(ITypeLib& library) {
+    return ClassesWith(library, TYPEFLAG_FCANCREATE);
+}
+
+std::vector<std::string> ControlClasses(ITypeLib& library) {
+    return ClassesWith(library, TYPEFLAG_FCANCREATE | TYPEFLAG_FCONTROL);
 }
 
 }  // namespace fuzz

@@ -32,5 +32,7 @@ struct Member {
 
 /// The names of the classes in a type library that can be created.
 [[nodiscard]] std::vector<std::string> CreatableClasses(ITypeLib& library);
+/// Those among them that a form can host.
+[[nodiscard]] std::vector<std::string> ControlClasses(ITypeLib& library);
 
 }  // namespace fuzz
