@@ -52,6 +52,11 @@ void PressKey(WORD key) {
     Send({KeyEvent(key, 0), KeyEvent(key, KEYEVENTF_KEYUP)});
 }
 
+void PressWithCtrl(WORD key) {
+    Send({KeyEvent(VK_CONTROL, 0), KeyEvent(key, 0), KeyEvent(key, KEYEVENTF_KEYUP),
+          KeyEvent(VK_CONTROL, KEYEVENTF_KEYUP)});
+}
+
 POINT MiddleOnScreen(HWND window, const RECT& bounds) {
     POINT middle{(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
     ClientToScreen(window, &middle);

@@ -10,6 +10,8 @@ void MovePointer(POINT place);
 void Click(POINT place);
 /// Presses and releases a key.
 void PressKey(WORD key);
+/// The same while Ctrl is down.
+void PressWithCtrl(WORD key);
 
 /// The middle of a window's rectangle (client coordinates), on the screen.
 [[nodiscard]] POINT MiddleOnScreen(HWND window, const RECT& bounds);

@@ -71,6 +71,10 @@ void Tour::Run() {
     Pick(navigator.MetaLinks(), route.metaLink, L"4-meta-links");
     Pick(navigator.Links(), route.link, L"5-links");
     TakePicture(L"6-chosen");
+    ShowList('2', ListKind::metaLinks, L"7-list-of-meta-links");
+    ShowList('3', ListKind::metaProperties, L"8-list-of-properties");
+    ShowList('6', ListKind::nodes, L"9-list-of-nodes");
+    ShowList('7', ListKind::links, L"10-list-of-links");
 }
 
 void Tour::ComeToFront() {
@@ -97,6 +101,12 @@ void Tour::Pick(ComboField& field, const Route::Step& step, const wchar_t* pictu
     Click(place);
     Await([&] { return !isOpen() && IsSame(field.Selection(), step.object); },
           L"The picked object in " + field.Name());
+}
+
+void Tour::ShowList(char digit, ListKind kind, const wchar_t* picture) {
+    PressWithCtrl(static_cast<WORD>(digit));
+    Await([&] { return window_.List().Kind() == kind; }, L"Another list");
+    TakePicture(picture);
 }
 
 void Tour::BringIntoView(HWND list, int row) {

@@ -25,6 +25,7 @@ public:
 private:
     void ComeToFront();
     void Pick(ComboField& field, const Route::Step& step, const wchar_t* picture);
+    void ShowList(char digit, ListKind kind, const wchar_t* picture);
     void BringIntoView(HWND list, int row);
     void TakePicture(const wchar_t* name);
     void Settle();

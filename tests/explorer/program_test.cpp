@@ -67,7 +67,7 @@ TEST_F(ProgramTest, ATourThroughARepositoryClicksItsWayAndSavesPictures) {
                                    "MetaLinks Click cites", "Nodes Click b2",
                                    "MetaLinks Click cites", "Links Click c1"));
     const std::vector<std::string> files = run.Lines();
-    ASSERT_EQ(files.size(), 6u);
+    ASSERT_EQ(files.size(), 10u);
     for (const std::string& line : files) {
         const Picture picture = ReadPicture(hosting::FromUtf8(line));
         EXPECT_GT(picture.width, 400u) << line;
@@ -81,7 +81,7 @@ TEST_F(ProgramTest, TheTourOpensListsThatTheStartDoesNotShow) {
     MakeRepository(file);
     const support::ProgramResult run = Tour({file});
     const std::vector<std::string> files = run.Lines();
-    ASSERT_EQ(files.size(), 6u);
+    ASSERT_EQ(files.size(), 10u);
     const auto bytes = [&files](std::size_t index) {
         return hosting::ReadBytes(hosting::FromUtf8(files[index]));
     };
