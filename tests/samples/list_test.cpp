@@ -55,21 +55,20 @@ TEST(ListSamples, TheOneInJScriptFillsCellsByACallback) {
     }
 }
 
+BOOL CALLBACK KeepList(HWND child, LPARAM found) {
+    wchar_t name[32] = {};
+    GetClassNameW(child, name, 32);
+    if (wcscmp(name, WC_LISTVIEWW) != 0) return TRUE;
+    *reinterpret_cast<HWND*>(found) = child;
+    return FALSE;
+}
+
 /// The system's list in a window; null where there is none yet.
 HWND ListIn(const std::wstring& title) {
     const HWND window = FindWindowW(nullptr, title.c_str());
     if (window == nullptr) return nullptr;
     HWND list = nullptr;
-    EnumChildWindows(
-        window,
-        [](HWND child, LPARAM found) -> BOOL {
-            wchar_t name[32] = {};
-            GetClassNameW(child, name, 32);
-            if (wcscmp(name, WC_LISTVIEWW) != 0) return TRUE;
-            *reinterpret_cast<HWND*>(found) = child;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&list));
+    EnumChildWindows(window, KeepList, reinterpret_cast<LPARAM>(&list));
     return list;
 }
 
