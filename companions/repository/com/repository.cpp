@@ -1,6 +1,7 @@
 #include "repository/com/repository.h"
 
 #include <type_traits>
+#include <utility>
 
 #include "repository/com/arguments.h"
 #include "repository/com/failure.h"
@@ -11,6 +12,9 @@
 #include "repository/com/signature.h"
 #include "repository/com/text.h"
 #include "repository/com/variant.h"
+#include "repository/ecore/exporter.h"
+#include "repository/ecore/file.h"
+#include "repository/ecore/importer.h"
 #include "repository/import/type_library_import.h"
 #include "repository/store/file.h"
 #include "repository/synthetic/generator.h"
@@ -25,6 +29,7 @@ HRESULT Repository::Do(Work&& work) noexcept {
 STDMETHODIMP Repository::New(VARIANT* file) {
     return Do([&] {
         const std::string path = TextOr(*file, store::inMemory);
+        RequireIdle();
         RequireNoChange();
         Use(store::Store::Create(path));
     });
@@ -33,6 +38,7 @@ STDMETHODIMP Repository::New(VARIANT* file) {
 STDMETHODIMP Repository::Open(VARIANT* file) {
     return Do([&] {
         const std::string path = TextOf(*file);
+        RequireIdle();
         RequireNoChange();
         Use(store::Store::Open(path));
     });
@@ -47,6 +53,7 @@ STDMETHODIMP Repository::SaveAs(VARIANT* file) {
 
 STDMETHODIMP Repository::Close() {
     return Do([&] {
+        RequireIdle();
         RequireNoChange();
         store_.reset();
     });
@@ -206,12 +213,77 @@ STDMETHODIMP Repository::get_Objects(VARIANT* identifier, IDispatch** result) {
     });
 }
 
-STDMETHODIMP Repository::Import(VARIANT* file, long* result) {
+STDMETHODIMP Repository::Import(VARIANT* file, VARIANT* secondFile, VARIANT* thirdFile,
+                                VARIANT* fourthFile, long* result) {
     return Do([&] {
-        const std::wstring path = Wide(TextOf(*file));
-        messages_ = type_library::Import(Store(), path);
+        std::vector<std::string> files;
+        for (const VARIANT* each : {file, secondFile, thirdFile, fourthFile}) {
+            if (IsArray(*each)) {
+                for (std::string& path : TextsOf(*each)) files.push_back(std::move(path));
+            } else if (each == file || IsGiven(*each)) {
+                files.push_back(TextOf(*each));
+            }
+        }
+        ImportAll(files);
         *result = static_cast<long>(messages_.size());
     });
+}
+
+STDMETHODIMP Repository::Export(VARIANT* file, long* result) {
+    return Do([&] {
+        const std::string path = TextOf(*file);
+        messages_ = ecore::Export(Store(), path);
+        *result = static_cast<long>(messages_.size());
+    });
+}
+
+void Repository::ImportAll(const std::vector<std::string>& files) {
+    store::Store& store = Store();
+    std::vector<std::string> models;
+    std::vector<std::string> libraries;
+    for (const std::string& file : files) {
+        const bool isModel = ecore::IsFile(file) && ecore::IsXml(file);
+        (isModel ? models : libraries).push_back(file);
+    }
+    std::vector<std::string> messages;
+    const auto add = [&](const std::vector<std::string>& further) {
+        messages.insert(messages.end(), further.begin(), further.end());
+    };
+    long reported = -1;
+    const auto progress = [&](std::uint64_t done, std::uint64_t total) {
+        const auto percent = static_cast<long>(done * 100 / (total == 0 ? 1 : total));
+        return std::exchange(reported, percent) == percent || FireImportProgress(percent);
+    };
+    importing_ = true;
+    const std::unique_ptr<bool, void (*)(bool*)> atEnd(&importing_,
+                                                       [](bool* flag) { *flag = false; });
+    try {
+        store.Change("Import", [&] {
+            for (const std::string& file : libraries) add(type_library::Import(store, Wide(file)));
+            if (!models.empty()) add(ecore::Import(store, models, progress).messages);
+        });
+    } catch (const store::Error& error) {
+        messages_ = {error.what()};
+        throw;
+    }
+    messages_ = std::move(messages);
+}
+
+bool Repository::FireImportProgress(long percent) {
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    VARIANT arguments[2] = {};
+    V_VT(&arguments[0]) = VT_BYREF | VT_I4;
+    V_I4REF(&arguments[0]) = &percent;
+    V_VT(&arguments[1]) = VT_BYREF | VT_BOOL;
+    V_BOOLREF(&arguments[1]) = &cancel;
+    constexpr DISPID importProgress = 1;
+    events_.Fire(importProgress, arguments, 2);
+    return cancel == VARIANT_FALSE;
+}
+
+void* Repository::FindInterface(REFIID id) {
+    void* events = events_.FindInterface(id);
+    return events != nullptr ? events : Automation::FindInterface(id);
 }
 
 STDMETHODIMP Repository::get_ImportMessages(VARIANT* result) {
@@ -279,12 +351,20 @@ STDMETHODIMP Repository::Search(VARIANT* words, _ObjectCollection** result) {
     });
 }
 
+void Repository::RequireIdle() const {
+    if (importing_) {
+        Throw(store::Number::permissionDenied, "The repository is busy with an import");
+    }
+}
+
 store::Store& Repository::Store() {
+    RequireIdle();
     if (!store_) Throw(store::Number::objectNotSet, "No repository is open");
     return *store_;
 }
 
 store::Store& Repository::StoreOf(Session session) {
+    RequireIdle();
     if (!IsCurrent(session)) {
         Throw(store::Number::objectNotSet, "The repository of this object has been closed");
     }

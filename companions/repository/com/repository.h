@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ole/automation.h"
+#include "ole/connection_point.h"
 #include "repository/com/held.h"
 #include "repository/store/store.h"
 
@@ -42,7 +43,9 @@ public:
     STDMETHODIMP MakeMetaEnum(VARIANT* name, VARIANT* atomNames, VARIANT* about,
                               _MetaType** result) override;
     STDMETHODIMP get_Objects(VARIANT* identifier, IDispatch** result) override;
-    STDMETHODIMP Import(VARIANT* file, long* result) override;
+    STDMETHODIMP Import(VARIANT* file, VARIANT* secondFile, VARIANT* thirdFile, VARIANT* fourthFile,
+                        long* result) override;
+    STDMETHODIMP Export(VARIANT* file, long* result) override;
     STDMETHODIMP get_ImportMessages(VARIANT* result) override;
     STDMETHODIMP Generate(VARIANT* metaNodeCount, VARIANT* nodeCount, VARIANT* linkCount,
                           VARIANT* propertyCount) override;
@@ -76,6 +79,13 @@ private:
     template <class Work>
     HRESULT Do(Work&& work) noexcept;
 
+    void* FindInterface(REFIID id) override;
+
+    void RequireIdle() const;
+    void ImportAll(const std::vector<std::string>& files);
+    /// Tells the sinks how far an import is; false where one of them cancels it.
+    bool FireImportProgress(long percent);
+
     void Use(std::unique_ptr<store::Store> opened);
     /// Throws when the open repository is in the middle of a change: that would be lost.
     void RequireNoChange() const;
@@ -86,6 +96,8 @@ private:
     Session session_ = 0;
     long busyTimeout_ = store::Store::defaultBusyTimeout;
     std::vector<std::string> messages_;
+    ole::ConnectionPoints events_{*static_cast<_Repository*>(this), DIID___Repository};
+    bool importing_ = false;
 };
 
 }  // namespace repository::com

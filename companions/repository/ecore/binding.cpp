@@ -22,9 +22,9 @@ constexpr std::size_t mostSlots = 500'000;
 /// What stands for the class above all classes where Ecore itself was not imported.
 constexpr const char* anyObjectUri = "ecore:EObject";
 
-bool IsCalled(const Feature& feature, std::string_view name) {
-    return !feature.isReference && !feature.many && feature.dataType == nullptr &&
-           feature.type.kind == ValueKind::text && store::FoldCase(feature.name) == name;
+/// What something is called in a repository: what is said, else its own name.
+const std::string& Given(const std::string& said, const std::string& name) {
+    return said.empty() ? name : said;
 }
 
 /// The first of the names that is free: as wanted, with what it belongs to, with a number.
@@ -39,14 +39,6 @@ std::string FreeName(const std::string& wanted, const std::string& longer, IsTak
 }
 
 }  // namespace
-
-bool IsName(const Feature& feature) {
-    return IsCalled(feature, "name");
-}
-
-bool IsDescription(const Feature& feature) {
-    return IsCalled(feature, "description");
-}
 
 std::string TextOf(const Root& root) {
     return xml::TextOf([&](xml::Writer& writer) {
@@ -109,17 +101,7 @@ void CollectFeatures(Metamodels& metamodels) {
                                ecore::At(type->package->root->file, type->where,
                                          "the classes inherit too many features"));
         }
-        for (std::size_t i = 0; i < type->slots.size(); ++i) {
-            // Of two features with one name the one of the class itself counts.
-            type->byName.insert_or_assign(type->slots[i].feature->name, i);
-        }
-        for (std::size_t i = 0; i < type->slots.size(); ++i) {
-            type->byName.emplace(type->slots[i].feature->xmlName, i);
-        }
-        for (const Slot& slot : type->slots) {
-            if (slot.feature->isId && type->idSlot == nullptr) type->idSlot = &slot;
-            if (IsName(*slot.feature) && type->nameSlot == nullptr) type->nameSlot = &slot;
-        }
+        type->IndexSlots();
     }
 }
 
@@ -221,7 +203,7 @@ void Binding::Make() {
 
 void Binding::MakeClass(Class& type) {
     const std::string name = FreeName(
-        type.name, type.package->name + "." + type.name,
+        Given(type.ownName, type.name), type.package->name + "." + type.name,
         [&](const std::string& wanted) { return store_.Meta().nodes.Find(wanted) != nullptr; });
     type.metaNode = store_.MakeMetaNode(name, type.description);
     if (type.abstract) store_.SetAbstract(type.metaNode, true);
@@ -229,11 +211,11 @@ void Binding::MakeClass(Class& type) {
 }
 
 void Binding::MakeEnumeration(DataType& dataType) {
-    const std::string name = FreeName(dataType.name, dataType.package->name + "." + dataType.name,
-                                      [&](const std::string& wanted) {
-                                          return store_.Meta().types.Find(wanted) ||
-                                                 store_.Meta().enumerations.Find(wanted);
-                                      });
+    const std::string name = FreeName(
+        Given(dataType.ownName, dataType.name), dataType.package->name + "." + dataType.name,
+        [&](const std::string& wanted) {
+            return store_.Meta().types.Find(wanted) || store_.Meta().enumerations.Find(wanted);
+        });
     std::vector<std::string> atoms;
     for (const Literal& literal : dataType.literals) atoms.push_back(literal.text);
     dataType.metaType = store_.MakeMetaType(name, store::DataType::string, dataType.description,
@@ -273,8 +255,8 @@ store::MetaPropertyRef Binding::MakeAttribute(Class& type, const Feature& featur
                          [&](const Slot& other) { return other.property == standard; });
         if (isFree) return standard;
     }
-    const std::string name =
-        FreeName(feature.name, feature.owner->name + "." + feature.name, isTaken);
+    const std::string name = FreeName(Given(feature.ownName, feature.name),
+                                      feature.owner->name + "." + feature.name, isTaken);
     const auto property =
         store_.MakeProperty(type.metaNode, name, TypeOf(feature), feature.description);
     SetDefault(property, feature);
@@ -283,6 +265,10 @@ store::MetaPropertyRef Binding::MakeAttribute(Class& type, const Feature& featur
 
 store::MetaTypeRef Binding::TypeOf(const Feature& feature) {
     const store::NamedList<store::MetaType>& types = store_.Meta().types;
+    if (const auto own = feature.ownType.empty() ? nullptr : types.Find(feature.ownType)) {
+        const auto usual = types.Find(MetaTypeNameOf(feature.type.kind));
+        if (usual && own->dataType == usual->dataType && !own->enumeration) return own;
+    }
     const bool isLong = feature.type.kind == ValueKind::text && feature.isElement;
     if (feature.many || (isLong && feature.dataType == nullptr)) {
         return types.Find(store::meta_type::note);
@@ -323,13 +309,13 @@ void Binding::SetDefault(const store::MetaPropertyRef& property, const Feature& 
 void Binding::MakeReference(Feature& feature) {
     const Class& owner = *feature.owner;
     const std::string name = FreeName(
-        owner.name + "." + feature.name,
+        Given(feature.ownName, owner.name + "." + feature.name),
         owner.package->name + "." + owner.name + "." + feature.name,
         [&](const std::string& wanted) { return store_.Meta().links.Find(wanted) != nullptr; });
     const bool hasTarget = feature.target != nullptr && feature.target->metaNode;
-    feature.metaLink = store_.MakeMetaLink(name, feature.name, owner.metaNode,
-                                           hasTarget ? feature.target->metaNode : AnyObject(),
-                                           feature.description);
+    feature.metaLink = store_.MakeMetaLink(
+        name, Given(feature.ownLinkName, feature.name), owner.metaNode,
+        hasTarget ? feature.target->metaNode : AnyObject(), feature.description);
     AddPart(owner, {feature.path, name, feature.metaLink, nullptr, nullptr});
 }
 

@@ -55,8 +55,4 @@ std::vector<Class*> InOrderOfInheritance(Metamodels& metamodels);
 /// Fills in the lists of each class's features, its own and inherited.
 void CollectFeatures(Metamodels& metamodels);
 
-/// Whether an attribute is the object's name or description itself.
-bool IsName(const Feature& feature);
-bool IsDescription(const Feature& feature);
-
 }  // namespace repository::ecore

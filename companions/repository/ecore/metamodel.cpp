@@ -2,7 +2,18 @@
 
 #include <algorithm>
 
+#include "repository/store/text.h"
+
 namespace repository::ecore {
+
+namespace {
+
+bool IsCalled(const Feature& feature, std::string_view name) {
+    return !feature.isReference && !feature.many && feature.dataType == nullptr &&
+           feature.type.kind == ValueKind::text && store::FoldCase(feature.name) == name;
+}
+
+}  // namespace
 
 bool Class::IsKindOf(const Class& other) const {
     if (this == &other) return true;
@@ -16,6 +27,29 @@ bool Class::IsKindOf(const Class& other) const {
         }
     }
     return false;
+}
+
+void Class::IndexSlots() {
+    byName.clear();
+    idSlot = nullptr;
+    nameSlot = nullptr;
+    for (std::size_t i = 0; i < slots.size(); ++i) {
+        // Of two features with one name the one of the class itself counts.
+        byName.insert_or_assign(slots[i].feature->name, i);
+    }
+    for (std::size_t i = 0; i < slots.size(); ++i) byName.emplace(slots[i].feature->xmlName, i);
+    for (const Slot& slot : slots) {
+        if (slot.feature->isId && idSlot == nullptr) idSlot = &slot;
+        if (IsName(*slot.feature) && nameSlot == nullptr) nameSlot = &slot;
+    }
+}
+
+bool IsName(const Feature& feature) {
+    return IsCalled(feature, "name");
+}
+
+bool IsDescription(const Feature& feature) {
+    return IsCalled(feature, "description");
 }
 
 Root* Metamodels::FindRoot(std::string_view uri) {

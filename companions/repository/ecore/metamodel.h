@@ -34,6 +34,10 @@ struct Classifier {
     std::string description;
     Package* package = nullptr;
     xml::Position where;
+    /// Its element in the root's tree.
+    std::size_t place = 0;
+    /// What it is called in the repository, where that is said.
+    std::string ownName;
 
 protected:
     Classifier() = default;
@@ -62,6 +66,12 @@ struct Feature {
     std::string description;
     xml::Position where;
     Class* owner = nullptr;
+    std::size_t place = 0;
+    /// What the meta property or meta link and its meta type are called, where that is said; the
+    /// relation of a meta link, too.
+    std::string ownName;
+    std::string ownType;
+    std::string ownLinkName;
 
     bool isReference = false;
     bool many = false;
@@ -109,6 +119,8 @@ struct Class : Classifier {
         return found == byName.end() ? nullptr : &slots[found->second];
     }
     bool IsKindOf(const Class& other) const;
+    /// To be called when `slots` is complete: fills in what follows from it.
+    void IndexSlots();
 };
 
 struct Package {
@@ -124,6 +136,10 @@ struct Package {
     /// By name and by name in XML.
     TextMap<Class*> classByName;
 };
+
+/// Whether an attribute is the object's name or description itself.
+bool IsName(const Feature& feature);
+bool IsDescription(const Feature& feature);
 
 /// A root package. Its tree's references are written as "uri#//path", wherever they lead.
 struct Root {

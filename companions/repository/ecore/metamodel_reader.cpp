@@ -115,6 +115,8 @@ void MetamodelReader::Name(Classifier& classifier, Package& package, std::size_t
     classifier.description = DetailOr(root.tree, place, uri::genModel, "documentation", {});
     classifier.package = &package;
     classifier.where = element.where;
+    classifier.place = place;
+    classifier.ownName = DetailOr(root.tree, place, uri::own, "name", {});
 }
 
 void MetamodelReader::DeclareClassifier(Package& package, std::size_t place) {
@@ -168,7 +170,6 @@ void MetamodelReader::DeclareClass(Package& package, std::size_t place) {
     const xml::TreeElement& element = root.tree[place];
     Class& type = package.classes.emplace_back();
     Name(type, package, place);
-    places_[&type] = place;
     root.classes.emplace(type.path, &type);
     type.abstract = IsSet(element, "abstract") || IsSet(element, "interface");
     type.xmlName = DetailOr(root.tree, place, uri::extendedMetaData, "name", type.name);
@@ -200,7 +201,10 @@ void MetamodelReader::DeclareFeature(Class& owner, std::size_t place) {
         return Report(root, element.where, owner.name + " has a second \"" + name + "\"");
     }
     Feature& feature = owner.own.emplace_back();
-    places_[&feature] = place;
+    feature.place = place;
+    feature.ownName = DetailOr(tree, place, uri::own, "name", {});
+    feature.ownType = DetailOr(tree, place, uri::own, "type", {});
+    feature.ownLinkName = DetailOr(tree, place, uri::own, "linkName", {});
     root.features.emplace(path, &feature);
     feature.name = name;
     feature.path = path;
@@ -237,7 +241,7 @@ void MetamodelReader::Resolve(Root& root) {
 
 void MetamodelReader::ResolveSupertypes(Class& type) {
     const xml::Tree& tree = root_->tree;
-    const std::size_t place = places_[&type];
+    const std::size_t place = type.place;
     const auto add = [&](std::string_view address) {
         Class* supertype = FindClass(address);
         if (supertype == nullptr) {
@@ -263,7 +267,7 @@ void MetamodelReader::ResolveSupertypes(Class& type) {
 
 void MetamodelReader::ResolveFeature(Feature& feature) {
     const xml::Tree& tree = root_->tree;
-    const std::size_t place = places_[&feature];
+    const std::size_t place = feature.place;
     const std::string_view address = TypeAddress(tree, place);
     const std::string label = feature.owner->name + "." + feature.name;
     if (feature.isReference) {

@@ -39,8 +39,6 @@ private:
     Metamodels& metamodels_;
     Messages& messages_;
     Root* root_ = nullptr;
-    /// The elements that classes and features were made of.
-    std::unordered_map<const void*, std::size_t> places_;
 };
 
 }  // namespace repository::ecore

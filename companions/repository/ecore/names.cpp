@@ -31,6 +31,19 @@ std::string NameFor(const Class& type, std::string_view identifier) {
     return std::string(identifier);
 }
 
+std::string XmlName(std::string_view text) {
+    std::string name;
+    for (const char letter : text) {
+        const bool isLetter = (letter >= 'A' && letter <= 'Z') ||
+                              (letter >= 'a' && letter <= 'z') || letter == '_' ||
+                              static_cast<unsigned char>(letter) >= 0x80;
+        const bool isDigit = (letter >= '0' && letter <= '9') || letter == '-' || letter == '.';
+        if (name.empty() && isDigit) name += '_';
+        name += isLetter || isDigit ? letter : '_';
+    }
+    return name.empty() ? "_" : name;
+}
+
 bool IsPlainIdentifier(std::string_view identifier) {
     return !identifier.empty() && identifier.find_first_of(special) == std::string_view::npos;
 }

@@ -18,6 +18,9 @@ std::string IdentifierStem(std::string_view fileName);
 /// the identifier.
 std::string NameFor(const Class& type, std::string_view identifier);
 
+/// A name that XML has for elements, as near to a text as possible.
+std::string XmlName(std::string_view text);
+
 /// Whether an identifier can stand in a list of references.
 bool IsPlainIdentifier(std::string_view identifier);
 

@@ -111,6 +111,26 @@ std::vector<std::string> ModelTest::Nodes() {
     return texts;
 }
 
+void ExpectSame(const std::vector<std::string>& before, const std::vector<std::string>& after) {
+    EXPECT_EQ(before.size(), after.size());
+    std::vector<std::string> lost;
+    std::vector<std::string> added;
+    const auto sorted = [](std::vector<std::string> lines) {
+        std::sort(lines.begin(), lines.end());
+        return lines;
+    };
+    const auto first = sorted(before);
+    const auto second = sorted(after);
+    std::set_difference(first.begin(), first.end(), second.begin(), second.end(),
+                        std::back_inserter(lost));
+    std::set_difference(second.begin(), second.end(), first.begin(), first.end(),
+                        std::back_inserter(added));
+    lost.resize(std::min<std::size_t>(lost.size(), 8));
+    added.resize(std::min<std::size_t>(added.size(), 8));
+    EXPECT_THAT(lost, testing::IsEmpty());
+    EXPECT_THAT(added, testing::IsEmpty());
+}
+
 std::vector<std::string> ContentOf(store::Store& store) {
     std::vector<std::string> lines;
     const store::MetaModel& meta = store.Meta();

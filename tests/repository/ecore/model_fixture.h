@@ -53,4 +53,7 @@ protected:
 /// what is only of this file: row numbers, the identifiers of links.
 std::vector<std::string> ContentOf(store::Store& store);
 
+/// Compares two contents; of many differences the first ones are shown.
+void ExpectSame(const std::vector<std::string>& before, const std::vector<std::string>& after);
+
 }  // namespace repository::ecore

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "repository/ecore/exporter.h"
 #include "repository/ecore/model_fixture.h"
 #include "repository/ecore/text.h"
 
@@ -90,6 +91,12 @@ TEST(PublicModels, HaveTheNumbersThatTheyAreKnownToHave) {
         }
         EXPECT_EQ(nodes, counts.objects);
         EXPECT_EQ(links, counts.links + counts.containments);
+
+        const store::Scratch scratch;
+        EXPECT_THAT(Export(*store, scratch.File("again.xmi")), testing::IsEmpty());
+        const auto again = store::Store::Create(store::inMemory);
+        EXPECT_THAT(Import(*again, {scratch.File("again.xmi")}).messages, testing::IsEmpty());
+        ExpectSame(ContentOf(*store), ContentOf(*again));
     }
 }
 

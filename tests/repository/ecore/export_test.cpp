@@ -1,0 +1,152 @@
+#include <filesystem>
+
+#include "repository/ecore/exporter.h"
+#include "repository/ecore/model_fixture.h"
+
+namespace repository::ecore {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class EcoreExport : public ModelTest {
+protected:
+    /// Exports the repository, imports that into another one and compares the two.
+    void ExpectSameAgain() {
+        EXPECT_THAT(Export(*store, Path("out.xmi")), IsEmpty());
+        const auto again = store::Store::Create(store::inMemory);
+        const ImportResult result = Import(*again, {Path("out.xmi")});
+        EXPECT_THAT(result.messages, IsEmpty());
+        ExpectSame(ContentOf(*store), ContentOf(*again));
+    }
+};
+
+const std::string library = Metamodel(R"(
+  <eClassifiers xsi:type='ecore:EClass' name='Library' eSuperTypes='#//Named'>
+    <eStructuralFeatures xsi:type='ecore:EReference' name='books' upperBound='-1' eType='#//Book'
+        containment='true' eOpposite='#//Book/library'/>
+    <eStructuralFeatures xsi:type='ecore:EReference' name='best' upperBound='-1' eType='#//Book'/>
+    <eStructuralFeatures xsi:type='ecore:EReference' name='any' upperBound='-1' containment='true'
+        eType='ecore:EClass http://www.eclipse.org/emf/2002/Ecore#//EObject'/>
+  </eClassifiers>
+  <eClassifiers xsi:type='ecore:EClass' name='Named' abstract='true'>
+    <eStructuralFeatures xsi:type='ecore:EAttribute' name='name'
+        eType='ecore:EDataType http://www.eclipse.org/emf/2002/Ecore#//EString'/>
+  </eClassifiers>
+  <eClassifiers xsi:type='ecore:EClass' name='Book' eSuperTypes='#//Named'>
+    <eStructuralFeatures xsi:type='ecore:EReference' name='library' eType='#//Library' eOpposite='#//Library/books'/>
+    <eStructuralFeatures xsi:type='ecore:EAttribute' name='isbn' iD='true' eType='ecore:EDataType http://www.eclipse.org/emf/2002/Ecore#//EString'/>
+    <eStructuralFeatures xsi:type='ecore:EAttribute' name='words' upperBound='-1' eType='ecore:EDataType http://www.eclipse.org/emf/2002/Ecore#//EString'/>
+    <eStructuralFeatures xsi:type='ecore:EAttribute' name='pages' defaultValueLiteral='1' eType='ecore:EDataType http://www.eclipse.org/emf/2002/Ecore#//EInt'/>
+    <eStructuralFeatures xsi:type='ecore:EAttribute' name='day' eType='ecore:EDataType http://www.eclipse.org/emf/2002/Ecore#//EDate'/>
+    <eStructuralFeatures xsi:type='ecore:EAttribute' name='kind' eType='#//Kind'/>
+  </eClassifiers>
+  <eClassifiers xsi:type='ecore:EClass' name='Note'/>
+  <eClassifiers xsi:type='ecore:EEnum' name='Kind'><eLiterals name='novel'/><eLiterals name='sf' value='1' literal='Science fiction'/></eClassifiers>)");
+
+const std::string shelves = Model(R"(<p:Library name='L' best='b a'>
+  <books isbn='a' name='A &lt;&amp;&quot;&#xA;x' pages='7' day='2020-02-02T10:11:12.013' kind='Science fiction'><words>one</words><words></words></books>
+  <books isbn='b'/><books xmi:id='x y#z' isbn='c' name=''/><books name='no id'/>
+  <any xsi:type='p:Book' isbn='d'/><any xsi:type='p:Note'/></p:Library>)");
+
+TEST_F(EcoreExport, WhatWasImportedComesOutAgain) {
+    Take(library, shelves);
+    ExpectSameAgain();
+}
+
+TEST_F(EcoreExport, SeveralMetamodelsGoIntoOneFile) {
+    Take(
+        {{"p.ecore", library},
+         {"q.ecore",
+          Metamodel(
+              "<eClassifiers xsi:type='ecore:EClass' name='Book' eSuperTypes='p.ecore#//Book'/>"
+              "<eClassifiers xsi:type='ecore:EClass' name='Box'>"
+              "<eStructuralFeatures xsi:type='ecore:EReference' name='of' eType='p.ecore#//Book'/>"
+              "</eClassifiers>",
+              "name='q' nsURI='urn:q' nsPrefix='p'")},
+         {"m.xmi", shelves},
+         {"n.xmi", Model("<xmi:XMI xmlns:q='urn:q'><q:Box of='k'/><q:Book isbn='k'/></xmi:XMI>")}});
+    ExpectSameAgain();
+}
+
+TEST_F(EcoreExport, WhatWasMadeInTheRepositoryComesOutToo) {
+    Take(library, shelves);
+    const auto book = store->Meta().nodes.Find("Book");
+    const auto person = store->MakeMetaNode("Person & Co.", "");
+    const auto author = store->MakeMetaNode("Author", "");
+    store->AddSupertype(author, person);
+    // As every class of an import is.
+    store->AddSupertype(person, store->Meta().nodes.Find("EObject"));
+    const auto wrote = store->MakeMetaLink("Author wrote Book", "wrote it", author, book, "");
+    const auto& types = store->Meta().types;
+    const auto colour = store->MakeProperty(author, "Colour 1", types.Find("COLOR"), "");
+    const auto age = store->MakeProperty(author, "Age", types.Find("Long"), "");
+    const auto mood =
+        store->MakeProperty(author, "Mood",
+                            store->MakeMetaType("Mood", store::DataType::string, "",
+                                                store->MakeEnum("Mood", {"good", "not so good"})),
+                            "");
+    store->SetDefault(mood, std::string("good"));
+    const auto shelf = store->MakeProperty(book, "Shelf", types.Find("Long"), "");
+    const auto anna = store->MakeNode(author, "anna 1", "Anna");
+    store->MakeNode(person, "p", "P");
+    store->Describe(anna, "writes");
+    store->SetValue(anna, *colour, std::string("255"));
+    store->SetValue(anna, *age, std::int32_t{40});
+    store->SetValue(anna, *mood, std::string("not so good"));
+    store->SetValue(store->Find("a"), *shelf, std::int32_t{3});
+    store->MakeLink(wrote, anna, store->Find("b"), "w", "");
+    store->Rename(store->Find("d"), "Renamed");
+    store->Remove(store->Find("b"));
+    store->MakeLink(wrote, anna, store->Find("a"), "w2", "");
+    Take({{"none.xmi", "<x/>"}});
+    ExpectSameAgain();
+}
+
+TEST_F(EcoreExport, ARepositoryWithoutAnything) {
+    ExpectSameAgain();
+}
+
+TEST_F(EcoreExport, WhatCannotBeExpressedIsReported) {
+    Take(library, shelves);
+    store->Rename(store->Find("a"), std::string("bell \x07"));
+    const auto twice = store->Meta().links.Find("Library.any");
+    store->MakeLink(twice, store->Find("m~1"), store->Find("a"), "second", "");
+    EXPECT_THAT(Export(*store, Path("out.xmi")),
+                ElementsAre(HasSubstr("is contained twice: the link \"second\""),
+                            "\"a\" has a text with characters that XML does not have"));
+}
+
+TEST_F(EcoreExport, ObjectsThatContainEachOtherAreWrittenOnce) {
+    Take(
+        {{"p.ecore", Metamodel("<eClassifiers xsi:type='ecore:EClass' name='A'>"
+                               "<eStructuralFeatures xsi:type='ecore:EReference' name='in' "
+                               "upperBound='-1' eType='#//A' containment='true'/></eClassifiers>")},
+         {"m.xmi", Model("<p:A><in><in/></in></p:A>")}});
+    store->MakeLink(store->Meta().links.Find("A.in"), store->Find("m~3"), store->Find("m~1"),
+                    "back", "");
+    Export(*store, Path("out.xmi"));
+    const auto again = store::Store::Create(store::inMemory);
+    EXPECT_EQ(Import(*again, {Path("out.xmi")}).counts.objects, 3);
+}
+
+TEST_F(EcoreExport, TheFilesAreReplacedWhenTheyAreComplete) {
+    Take(library, shelves);
+    Write("out.ecore", "before");
+    Export(*store, Path("out.ecore"));
+    EXPECT_THAT(store::ReadFile(Path("out.ecore")), HasSubstr("<ecore:EPackage"));
+    EXPECT_THAT(store::ReadFile(Path("out.xmi")), HasSubstr("schemaLocation=\"urn:p out.ecore\""));
+    EXPECT_EQ(store::NumberOf([&] { Export(*store, Path("no/out.xmi")); }),
+              store::Number::pathNotFound);
+    EXPECT_EQ(store::NumberOf([&] { Export(*store, ""); }), store::Number::pathFileAccess);
+    std::size_t files = 0;
+    for ([[maybe_unused]] const auto& each :
+         std::filesystem::directory_iterator(store::PathOf(scratch.Folder()))) {
+        ++files;
+    }
+    EXPECT_EQ(files, 4u);
+}
+
+}  // namespace
+}  // namespace repository::ecore
