@@ -59,6 +59,32 @@ void ExpectCounts(const std::string& expected, const std::vector<std::int64_t>& 
     }
 }
 
+std::string Joined(const std::vector<std::int64_t>& numbers) {
+    std::string text;
+    for (const std::int64_t number : numbers) {
+        text += (text.empty() ? "" : "/") + std::to_string(number);
+    }
+    return text;
+}
+
+/// Whether docs/models.md says the same of a model.
+void ExpectInTable(const Model& model, const Counts& counts, std::size_t messages) {
+    std::string files;
+    for (const std::string& file : model.files) {
+        files += (files.empty() ? "" : " ") + std::string(FileName(file));
+    }
+    const std::string row =
+        "| " + model.folder + " | " + files + " | " + model.metamodel + " | " +
+        Joined({counts.classes, counts.attributes, counts.references, counts.enumerations}) +
+        " | " + model.content + " | " + Joined({counts.objects, counts.values, counts.links}) +
+        " | " + std::to_string(messages) + " | ";
+    std::ifstream stream("docs/models.md");
+    std::stringstream page;
+    page << stream.rdbuf();
+    EXPECT_NE(page.str().find(row), std::string::npos) << "docs/models.md lacks the row\n"
+                                                       << row << "\nRun script/models";
+}
+
 TEST(PublicModels, HaveTheNumbersThatTheyAreKnownToHave) {
     const fs::path shared = SharedModels();
     if (!fs::is_directory(shared)) {
@@ -80,6 +106,7 @@ TEST(PublicModels, HaveTheNumbersThatTheyAreKnownToHave) {
         ExpectCounts(model.content, {counts.objects, counts.values, counts.links});
         EXPECT_EQ(result.messages.size(), model.messages)
             << testing::PrintToString(result.messages);
+        ExpectInTable(model, counts, result.messages.size());
         // What is counted is there.
         std::int64_t nodes = 0;
         std::int64_t links = 0;
