@@ -192,15 +192,15 @@ TEST_F(MainWindowTest, AnotherScaleMakesEverythingLarger) {
     EXPECT_EQ(bounds.right - bounds.left, 1200);
 }
 
-TEST_F(MainWindowTest, TheBarBetweenTheLinksAndTheLogCanBeDragged) {
+TEST_F(MainWindowTest, TheBarBetweenTheListAndTheLogCanBeDragged) {
     window->Show(SW_SHOW);
     support::Input::Activate(window->Handle());
     const RECT before = Bounds(window->LogList());
     const RECT fields = FieldBounds().back();
     const RECT last = Bounds(window->LogList());
-    // Somewhere between the fields and the label of the log the bar lies.
+    // Above the label of the log the bar lies; another one is between the fields and the list.
     HWND bar = nullptr;
-    for (int y = fields.bottom; y < last.top && !bar; ++y) {
+    for (int y = last.top; y > fields.bottom && !bar; --y) {
         const HWND child = ChildWindowFromPoint(window->Handle(), {20, y});
         wchar_t name[64] = L"";
         GetClassNameW(child, name, 64);
@@ -208,10 +208,10 @@ TEST_F(MainWindowTest, TheBarBetweenTheLinksAndTheLogCanBeDragged) {
     }
     ASSERT_NE(bar, nullptr);
     support::Input input;
-    input.MoveToMiddle(bar).Press().MoveTo(bar, {200, 43}).Release();
+    input.MoveToMiddle(bar).Press().MoveTo(bar, {200, -37}).Release();
     ASSERT_TRUE(input.Play());
     const RECT after = Bounds(window->LogList());
-    EXPECT_NEAR(after.top - before.top, 40, 3);
+    EXPECT_NEAR(after.top - before.top, -40, 3);
     EXPECT_EQ(after.bottom, before.bottom);
 }
 
