@@ -336,7 +336,7 @@ HRESULT ListView::put_dropAllowed(VARIANT_BOOL* value) {
             dropTarget_.Open(List().Handle());
         else
             dropTarget_.Close();
-        dropAllowed_ = *value != VARIANT_FALSE;
+        drops_ = dropAllowed_ = *value != VARIANT_FALSE;
     });
 }
 
@@ -378,10 +378,7 @@ HWND ListView::FocusWindow() {
 void ListView::CreateInner(HWND outer) {
     rows_.Create(outer);
     EnableWindow(rows_.Handle(), enabled_);
-    if (dropTarget_.IsOpen()) {
-        dropTarget_.Close();
-        dropTarget_.Open(rows_.Handle());
-    }
+    if (drops_) dropTarget_.Open(rows_.Handle());
 }
 
 void ListView::Arrange(SIZE size) {
@@ -394,6 +391,7 @@ void ListView::AmbientChanged() {
 }
 
 bool ListView::OnInnerMessage(UINT message, WPARAM wide, LPARAM large, LRESULT& answer) {
+    if (message == WM_DESTROY) dropTarget_.Close();
     const std::optional<LRESULT> answered = rows_.OnParentMessage(message, wide, large);
     if (answered) answer = *answered;
     return answered.has_value();

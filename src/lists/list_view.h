@@ -135,6 +135,7 @@ private:
     bool dropAllowed_ = false;
     /// What the list itself does: `Create` does not touch it.
     bool drags_ = false;
+    bool drops_ = false;
     bool enabled_ = true;
     std::optional<COLORREF> background_;
 };

@@ -1,7 +1,5 @@
 #include "widgets/drag_source.h"
 
-#include <ole2.h>
-
 #include <array>
 #include <cstring>
 
@@ -9,6 +7,7 @@
 #include "ole/error.h"
 #include "ole/ref.h"
 #include "ole/unknown.h"
+#include "widgets/ole_services.h"
 
 namespace widgets {
 
@@ -103,6 +102,7 @@ private:
 }  // namespace
 
 DWORD DragText(const std::wstring& text, DWORD allowedEffects, const DragFeedback& feedback) {
+    const OleServices services;
     const auto data = ole::Make<TextData>(text);
     const auto source = ole::Make<Source>(feedback);
     DWORD effect = DROPEFFECT_NONE;

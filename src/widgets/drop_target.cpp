@@ -75,11 +75,11 @@ DropTarget::~DropTarget() {
 
 void DropTarget::Open(HWND window) {
     if (IsOpen()) return;
-    ole::Check(OleInitialize(nullptr));
+    services_.emplace();
     auto part = ole::Make<Part>(*this);
     const HRESULT registered = RegisterDragDrop(window, part.Get());
     if (FAILED(registered)) {
-        OleUninitialize();
+        services_.reset();
         ole::Check(registered);
     }
     part_ = std::move(part);
@@ -91,7 +91,7 @@ void DropTarget::Close() {
     part_->LetGo();
     RevokeDragDrop(std::exchange(window_, nullptr));
     part_.Reset();
-    OleUninitialize();
+    services_.reset();
 }
 
 }  // namespace widgets

@@ -3,14 +3,16 @@
 #include <windows.h>
 
 #include <functional>
+#include <optional>
 
 #include "ole/ref.h"
+#include "widgets/ole_services.h"
 
 struct IDropTarget;
 
 namespace widgets {
 
-/// A window that things can be dropped on. OLE is kept initialized on the thread meanwhile.
+/// A window that things can be dropped on.
 class DropTarget {
 public:
     /// Something is dragged over the window.
@@ -32,6 +34,7 @@ private:
     class Part;
 
     HWND window_ = nullptr;
+    std::optional<OleServices> services_;
     ole::Ref<Part> part_;
 };
 

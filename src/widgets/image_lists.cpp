@@ -7,34 +7,32 @@
 
 namespace widgets {
 
-namespace {
-
-HIMAGELIST MakeList(const Picture& first, int dpi) {
-    const SIZE size = first.Size(dpi);
+void ImageLists::AddTo(ImageList& list, const Picture& picture, int dpi) {
+    if (list != nullptr) {
+        picture.AddTo(list.get());
+        return;
+    }
+    const SIZE size = picture.Size(dpi);
     const ole::ThemedScope themed;
-    const HIMAGELIST list = ImageList_Create(size.cx, size.cy, ILC_COLOR32 | ILC_MASK, 4, 4);
-    if (list == nullptr) ole::Check(E_OUTOFMEMORY);
-    return list;
+    ImageList made(ImageList_Create(size.cx, size.cy, ILC_COLOR32 | ILC_MASK, 4, 4));
+    if (made == nullptr) ole::Check(E_OUTOFMEMORY);
+    picture.AddTo(made.get());
+    list = std::move(made);
 }
-
-void Drop(HIMAGELIST list) {
-    if (list != nullptr) ImageList_Destroy(list);
-}
-
-}  // namespace
 
 void ImageLists::Add(std::wstring_view key, const Picture& small, const Picture& large, int dpi) {
     if (!key.empty() && positions_.contains(std::wstring(key))) {
         ole::Throw(ole::Number::keyNotUnique);
     }
-    if (small_ == nullptr) small_ = MakeList(small, dpi);
-    if (large_ == nullptr) large_ = MakeList(large, dpi);
     const int position = Count();
-    small.AddTo(small_);
+    AddTo(small_, small, dpi);
     try {
-        large.AddTo(large_);
+        AddTo(large_, large, dpi);
     } catch (...) {
-        ImageList_Remove(small_, position);
+        if (position == 0)
+            small_.reset();
+        else
+            ImageList_Remove(small_.get(), position);
         throw;
     }
     keys_.emplace_back(key);
@@ -42,8 +40,8 @@ void ImageLists::Add(std::wstring_view key, const Picture& small, const Picture&
 }
 
 void ImageLists::Clear() {
-    Drop(std::exchange(small_, nullptr));
-    Drop(std::exchange(large_, nullptr));
+    small_.reset();
+    large_.reset();
     keys_.clear();
     positions_.clear();
 }

@@ -5,6 +5,7 @@
 #include <commctrl.h>
 #include <ocidl.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -19,7 +20,6 @@ namespace widgets {
 class ImageLists {
 public:
     ImageLists() = default;
-    ~ImageLists() { Clear(); }
     ImageLists(const ImageLists&) = delete;
     ImageLists& operator=(const ImageLists&) = delete;
 
@@ -35,12 +35,21 @@ public:
         return keys_[static_cast<std::size_t>(position)];
     }
 
-    HIMAGELIST Small() const { return small_; }
-    HIMAGELIST Large() const { return large_; }
+    HIMAGELIST Small() const { return small_.get(); }
+    HIMAGELIST Large() const { return large_.get(); }
 
 private:
-    HIMAGELIST small_ = nullptr;
-    HIMAGELIST large_ = nullptr;
+    struct Destroys {
+        using pointer = HIMAGELIST;
+        void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
+    };
+    using ImageList = std::unique_ptr<HIMAGELIST, Destroys>;
+
+    /// Adds a picture to a list, which is made first where there is none yet.
+    static void AddTo(ImageList& list, const Picture& picture, int dpi);
+
+    ImageList small_;
+    ImageList large_;
     std::vector<std::wstring> keys_;
     std::unordered_map<std::wstring, int> positions_;
 };

@@ -1,7 +1,7 @@
 #include "widgets/row_list.h"
 
 #include <algorithm>
-#include <cwchar>
+#include <span>
 #include <utility>
 
 #include "ole/error.h"
@@ -12,12 +12,6 @@
 namespace widgets {
 
 namespace {
-
-constexpr UINT unchecked = 1;
-constexpr UINT checked = 2;
-
-/// A platform flag that mingw-w64 lacks: the same as LVFI_PARTIAL.
-constexpr UINT likeString = 0x0004;
 
 DWORD StyleOf(RowList::View view) {
     switch (view) {
@@ -65,10 +59,13 @@ private:
 };
 
 RowList::~RowList() {
-    if (handle_ == nullptr) return;
+    if (handle_ != nullptr) DestroyWindow(LeaveWindow());
+}
+
+HWND RowList::LeaveWindow() {
     // A list that does not own its images does not destroy those of its check boxes either.
     if (checkBoxes_) Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES, 0);
-    DestroyWindow(handle_);
+    return std::exchange(handle_, nullptr);
 }
 
 void RowList::Create(HWND parent) {
@@ -256,9 +253,9 @@ void RowList::ClickColumn(int column) {
     ShowSortArrow();
     const SelectionKeeper keeper(*this);
     std::vector<RowPtr> rows = rows_.All();
-    order_->Sort(rows);
+    // Those that are being added have no texts yet.
+    order_->Sort(std::span(rows).first(placed_));
     rows_.Reorder(std::move(rows));
-    placed_ = rows_.Size();
     RedrawAll();
 }
 
@@ -338,273 +335,6 @@ void RowList::SetState(int position, UINT state, UINT mask) const {
     item.state = state;
     item.stateMask = mask;
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(position), reinterpret_cast<LPARAM>(&item));
-}
-
-std::optional<LRESULT> RowList::OnParentMessage(UINT message, WPARAM, LPARAM large) {
-    if (message != WM_NOTIFY) return std::nullopt;
-    auto& header = *reinterpret_cast<NMHDR*>(large);
-    if (handle_ == nullptr || header.hwndFrom != handle_) return std::nullopt;
-    return OnNotify(header);
-}
-
-std::optional<LRESULT> RowList::OnNotify(NMHDR& header) {
-    switch (header.code) {
-        case LVN_GETDISPINFOW:
-            FillDisplayInfo(reinterpret_cast<NMLVDISPINFOW&>(header).item);
-            return 0;
-        case LVN_ODFINDITEMW: {
-            const auto& find = reinterpret_cast<const NMLVFINDITEMW&>(header);
-            return FindText(find.lvfi, find.iStart);
-        }
-        case LVN_ITEMCHANGED: {
-            const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
-            if ((change.uChanged & LVIF_STATE) != 0) {
-                OnStateChanged(change.iItem, change.uOldState, change.uNewState);
-            }
-            return 0;
-        }
-        case LVN_ODSTATECHANGED: {
-            const auto& change = reinterpret_cast<const NMLVODSTATECHANGE&>(header);
-            for (int at = change.iFrom; at <= change.iTo; ++at) {
-                OnStateChanged(at, change.uOldState, change.uNewState);
-            }
-            return 0;
-        }
-        case LVN_GETINFOTIPW: {
-            auto& tip = reinterpret_cast<NMLVGETINFOTIPW&>(header);
-            if (!IsAt(tip.iItem)) return 0;
-            const Row::Extras* more = rows_.At(static_cast<std::size_t>(tip.iItem))->MaybeMore();
-            if (more != nullptr && !more->toolTip.empty()) {
-                lstrcpynW(tip.pszText, more->toolTip.c_str(), tip.cchTextMax);
-            }
-            return 0;
-        }
-        case LVN_COLUMNCLICK:
-            ClickColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
-            return 0;
-        case LVN_BEGINDRAG:
-            if (onBeginDrag) onBeginDrag();
-            return 0;
-        case LVN_KEYDOWN:
-            OnKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
-            return 0;
-        case NM_CLICK:
-            OnClicked(reinterpret_cast<const NMITEMACTIVATE&>(header));
-            return 0;
-        case NM_RCLICK:
-            if (onRightClick) onRightClick();
-            return 0;
-        case NM_DBLCLK:
-            if (IsOnCheckBox(reinterpret_cast<const NMITEMACTIVATE&>(header).ptAction)) {
-                OnClicked(reinterpret_cast<const NMITEMACTIVATE&>(header));
-            } else if (onDoubleClick) {
-                onDoubleClick();
-            }
-            return 0;
-        case NM_CUSTOMDRAW:
-            return OnCustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
-        case NM_SETFOCUS:
-        case NM_KILLFOCUS:
-            if (onFocus) onFocus(header.code == NM_SETFOCUS);
-            return 0;
-        default:
-            return std::nullopt;
-    }
-}
-
-void RowList::OnStateChanged(int position, UINT before, UINT now) {
-    if (moving_) return;
-    const UINT changed = before ^ now;
-    if (position < 0) {
-        // All rows at once.
-        if ((changed & LVIS_SELECTED) == 0) return;
-        selected_.clear();
-        if ((now & LVIS_SELECTED) == 0) return;
-        rows_.Each([this](const RowPtr& row) { selected_.insert(row.get()); });
-        return;
-    }
-    const RowPtr row = RowAt(position);
-    if (!row) return;
-    if ((changed & LVIS_SELECTED) != 0) {
-        if ((now & LVIS_SELECTED) != 0)
-            selected_.insert(row.get());
-        else
-            selected_.erase(row.get());
-    }
-    if ((now & LVIS_FOCUSED) != 0)
-        focused_ = row.get();
-    else if (focused_ == row.get() && (changed & LVIS_FOCUSED) != 0)
-        focused_ = nullptr;
-}
-
-void RowList::FillDisplayInfo(LVITEMW& item) const {
-    if (!IsAt(item.iItem)) return;
-    const Row& row = *rows_.At(static_cast<std::size_t>(item.iItem));
-    if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
-        const std::wstring_view text = row.Text(static_cast<std::size_t>(item.iSubItem));
-        const std::size_t length =
-            std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
-        text.copy(item.pszText, length);
-        item.pszText[length] = L'\0';
-    }
-    if ((item.mask & LVIF_IMAGE) != 0) {
-        item.iImage = item.iSubItem != 0     ? I_IMAGENONE
-                      : view_ == View::icons ? row.largeImage
-                                             : row.smallImage;
-        if (item.iImage == Row::noImage) item.iImage = I_IMAGENONE;
-    }
-    if ((item.mask & LVIF_STATE) != 0 && item.iSubItem == 0) {
-        const Row::Extras* more = row.MaybeMore();
-        const UINT box = checkBoxes_ ? (row.checked ? checked : unchecked) : 0;
-        const UINT known =
-            INDEXTOSTATEIMAGEMASK(box) | (more != nullptr && more->ghosted ? UINT{LVIS_CUT} : 0);
-        constexpr UINT kept = LVIS_STATEIMAGEMASK | LVIS_CUT;
-        item.state = (item.state & ~kept) | known;
-        item.stateMask |= kept;
-    }
-}
-
-LRESULT RowList::FindText(const LVFINDINFOW& wanted, int start) const {
-    if ((wanted.flags & (LVFI_STRING | LVFI_PARTIAL | likeString)) == 0 || wanted.psz == nullptr) {
-        return -1;
-    }
-    const std::wstring_view text = wanted.psz;
-    const bool prefix = (wanted.flags & (LVFI_PARTIAL | likeString)) != 0;
-    const auto matches = [&](std::size_t at) {
-        std::wstring_view found = rows_.At(at)->Text(0);
-        if (prefix) found = found.substr(0, text.size());
-        return CompareStringEx(LOCALE_NAME_USER_DEFAULT, NORM_IGNORECASE, found.data(),
-                               static_cast<int>(found.size()), text.data(),
-                               static_cast<int>(text.size()), nullptr, nullptr, 0) == CSTR_EQUAL;
-    };
-    const std::size_t size = rows_.Size();
-    const auto first = std::min(static_cast<std::size_t>(std::max(start, 0)), size);
-    for (std::size_t at = first; at < size; ++at) {
-        if (matches(at)) return static_cast<LRESULT>(at);
-    }
-    if ((wanted.flags & LVFI_WRAP) == 0) return -1;
-    for (std::size_t at = 0; at < first; ++at) {
-        if (matches(at)) return static_cast<LRESULT>(at);
-    }
-    return -1;
-}
-
-LRESULT RowList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
-    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-    if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-    const auto position = static_cast<int>(draw.nmcd.dwItemSpec);
-    const Row::Extras* more =
-        IsAt(position) ? rows_.At(static_cast<std::size_t>(position))->MaybeMore() : nullptr;
-    if (more == nullptr) return CDRF_DODEFAULT;
-    if (more->color) draw.clrText = *more->color;
-    if (!more->bold) return CDRF_DODEFAULT;
-    if (!boldFont_) {
-        LOGFONTW description = {};
-        GetObjectW(font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT), sizeof(description),
-                   &description);
-        description.lfWeight = FW_BOLD;
-        boldFont_ = ole::FontHandle(CreateFontIndirectW(&description));
-    }
-    SelectObject(draw.nmcd.hdc, boldFont_.Get());
-    return CDRF_NEWFONT;
-}
-
-bool RowList::IsOnCheckBox(POINT client) const {
-    LVHITTESTINFO hit = {};
-    hit.pt = client;
-    Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-    return checkBoxes_ && (hit.flags & LVHT_ONITEM) == LVHT_ONITEMSTATEICON;
-}
-
-void RowList::OnClicked(const NMITEMACTIVATE& activation) {
-    if (!IsAt(activation.iItem)) return;
-    const RowPtr row = rows_.At(static_cast<std::size_t>(activation.iItem));
-    if (IsOnCheckBox(activation.ptAction))
-        Check(*row, !row->checked);
-    else if (onClick)
-        onClick(row);
-}
-
-void RowList::OnKey(WORD key) {
-    if (key == 'A' && GetKeyState(VK_CONTROL) < 0) {
-        SelectAll(true);
-        return;
-    }
-    if (key != VK_SPACE || !checkBoxes_ || GetKeyState(VK_CONTROL) < 0) return;
-    if (focused_ == nullptr) return;
-    const RowPtr row = RowAt(PositionOf(*focused_));
-    if (!row) return;
-    const bool on = !row->checked;
-    // The other selected rows follow the one with the focus.
-    if (IsSelected(*row)) {
-        for (const Row* each : selected_) {
-            if (const RowPtr other = RowAt(PositionOf(*each))) Check(*other, on);
-        }
-    }
-    Check(*row, on);
-}
-
-bool RowList::UsesKey(const MSG& message) const {
-    if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return false;
-    switch (message.wParam) {
-        case VK_LEFT:
-        case VK_RIGHT:
-        case VK_UP:
-        case VK_DOWN:
-        case VK_HOME:
-        case VK_END:
-        case VK_PRIOR:
-        case VK_NEXT:
-            return message.message == WM_KEYDOWN;
-        default:
-            return false;
-    }
-}
-
-void RowList::Draw(HDC context, const RECT& bounds) {
-    RECT box = bounds;
-    const ole::Brush background(CreateSolidBrush(background_));
-    FillRect(context, &box, background.Get());
-    DrawEdge(context, &box, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
-    if (view_ != View::report) return;
-    const ole::Selected font(context, font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT));
-    SetBkMode(context, TRANSPARENT);
-    TEXTMETRICW metrics = {};
-    GetTextMetricsW(context, &metrics);
-    const LONG height = metrics.tmHeight + metrics.tmHeight / 3;
-    const auto drawText = [&](std::wstring_view text, RECT cell) {
-        cell.left += metrics.tmAveCharWidth;
-        DrawTextW(context, text.data(), static_cast<int>(text.size()), &cell,
-                  DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX | DT_END_ELLIPSIS);
-    };
-    LONG top = box.top;
-    for (std::size_t line = headersHidden_ ? 1 : 0; top < box.bottom; ++line, top += height) {
-        if (line > rows_.Size()) break;
-        LONG left = box.left;
-        for (int column = 0; column < ColumnCount() && left < box.right; ++column) {
-            const auto width =
-                static_cast<LONG>(Send(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
-            RECT cell = {left, top, std::min(left + width, box.right),
-                         std::min(top + height, box.bottom)};
-            left += width;
-            if (line == 0) {
-                std::wstring title(260, L'\0');
-                LVCOLUMNW description = {};
-                description.mask = LVCF_TEXT;
-                description.pszText = title.data();
-                description.cchTextMax = static_cast<int>(title.size());
-                Send(LVM_GETCOLUMNW, static_cast<WPARAM>(column),
-                     reinterpret_cast<LPARAM>(&description));
-                FillRect(context, &cell, GetSysColorBrush(COLOR_BTNFACE));
-                DrawEdge(context, &cell, EDGE_RAISED, BF_RECT);
-                SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
-                drawText(title.c_str(), cell);
-            } else {
-                SetTextColor(context, textColor_);
-                drawText(rows_.At(line - 1)->Text(static_cast<std::size_t>(column)), cell);
-            }
-        }
-    }
 }
 
 }  // namespace widgets

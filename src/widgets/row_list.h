@@ -103,6 +103,8 @@ private:
     /// Gives the selection back to the same rows when their positions have changed.
     class SelectionKeeper;
 
+    /// Forgets the window, which is about to go; answers it.
+    HWND LeaveWindow();
     LRESULT Send(UINT message, WPARAM wide = 0, LPARAM large = 0) const {
         return SendMessageW(handle_, message, wide, large);
     }
@@ -127,6 +129,7 @@ private:
     LRESULT FindText(const LVFINDINFOW& wanted, int start) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     void OnClicked(const NMITEMACTIVATE& activation);
+    void OnDoubleClicked(const NMITEMACTIVATE& activation);
     bool IsOnCheckBox(POINT client) const;
     void OnKey(WORD key);
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace widgets {
 
@@ -24,7 +25,7 @@ bool RowOrder::Before(const Row& a, const Row& b) const {
     return descending_ ? compared > 0 : compared < 0;
 }
 
-void RowOrder::Sort(std::vector<RowPtr>& rows) const {
+void RowOrder::Sort(std::span<RowPtr> rows) const {
     // The texts are far apart in memory; copies stand close together.
     struct Key {
         std::wstring_view text;
@@ -48,7 +49,7 @@ void RowOrder::Sort(std::vector<RowPtr>& rows) const {
     std::vector<RowPtr> sorted;
     sorted.reserve(rows.size());
     for (const Key& key : keys) sorted.push_back(std::move(rows[key.row]));
-    rows = std::move(sorted);
+    std::move(sorted.begin(), sorted.end(), rows.begin());
 }
 
 }  // namespace widgets

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <span>
 
 #include "widgets/row.h"
 
@@ -17,7 +17,7 @@ public:
     bool Before(const Row& a, const Row& b) const;
 
     /// Equal rows keep their order.
-    void Sort(std::vector<RowPtr>& rows) const;
+    void Sort(std::span<RowPtr> rows) const;
 
 private:
     std::size_t column_;

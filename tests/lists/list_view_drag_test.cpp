@@ -121,6 +121,25 @@ TEST_F(ListViewDrag, TheHostsEffectOfADropReachesTheSource) {
     EXPECT_EQ(TakeEvents().back(), "OLECompleteDrag(2)");
 }
 
+TEST_F(ListViewDrag, TheHostMayShowCursorsOfItsOwn) {
+    const HCURSOR own = LoadCursorW(nullptr, MAKEINTRESOURCEW(32515));
+    bool ours = true;
+    int kept = 0;
+    int replaced = 0;
+    events.On("OLEGiveFeedback").Run([&](const Arguments& arguments) {
+        ++(GetCursor() == own ? kept : replaced);
+        SetCursor(own);
+        arguments.Write(1, !ours);
+    });
+    Drag(OnRow(0), Others(), OnRow(Others(), 1));
+    EXPECT_GT(kept, 0);
+    EXPECT_LE(replaced, 1) << "before the first time";
+    ours = false;
+    kept = replaced = 0;
+    Drag(OnRow(0), Others(), OnRow(Others(), 1));
+    EXPECT_GT(replaced, 1);
+}
+
 TEST_F(ListViewDrag, ADropOnEmptySpaceRaisesNothing) {
     Drag(OnRow(0), Others(), BelowRows(Others()));
     const auto all = TakeEvents();
@@ -148,6 +167,31 @@ TEST_F(ListViewDrag, WithoutTheFlagsNothingIsDraggedOrDropped) {
     const auto all = TakeEvents();
     EXPECT_THAT(EventsOf(all, "others."), IsEmpty());
     EXPECT_EQ(all.back(), "OLECompleteDrag(0)");
+}
+
+/// Whether the thread has what drag and drop needs, which is more than COM.
+bool HasOleServices() {
+    return OleSetClipboard(nullptr) != CO_E_NOTINITIALIZED;
+}
+
+TEST_F(ListViewDrag, AHostThatInitializedComAloneDragsAndDropsToo) {
+    others.Put("dropAllowed", false);
+    ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
+    OleUninitialize();
+    ASSERT_FALSE(HasOleServices());
+    bool hadServices = false;
+    events.On("OLEGiveFeedback").Run([&](const Arguments&) { hadServices = HasOleServices(); });
+    Drag(OnRow(0), Others(), OnRow(Others(), 1));
+    EXPECT_TRUE(hadServices);
+    EXPECT_EQ(TakeEvents().back(), "OLECompleteDrag(0)");
+    others.Put("dropAllowed", true);
+    EXPECT_TRUE(HasOleServices());
+    Drag(OnRow(0), Others(), OnRow(Others(), 1));
+    EXPECT_THAT(TakeEvents(), Contains("others.OLEDragDrop(p2, 4, 1)"));
+    others.Put("dropAllowed", false);
+    EXPECT_FALSE(HasOleServices());
+    OleInitialize(nullptr);
+    CoUninitialize();
 }
 
 TEST_F(ListViewDrag, CreateLeavesTheListsOwnDraggingOn) {

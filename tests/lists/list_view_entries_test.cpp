@@ -262,6 +262,23 @@ TEST_F(ListViewEntries, CreateEmptiesTheListAndForgetsWhatItListed) {
     EXPECT_THAT(model.Log().Take(), ElementsAre("b1.identifier")) << "no columns are left";
 }
 
+TEST_F(ListViewEntries, CreateKeepsTheKindAndWhereRowsAreLookedUp) {
+    list.Call("SetList_Nodes", book, false);
+    list.Call("Create");
+    EXPECT_EQ(list.Get("Mode").value, Value(4));
+    ASSERT_TRUE(list.Call("AddEntry", graphs));
+    Select(0);
+    EXPECT_EQ(Selection().Get(), graphs) << "in the collection of before";
+    EXPECT_THAT(Objects("GetItems"), ElementsAre(Nothing())) << "the list's object is forgotten";
+}
+
+TEST_F(ListViewEntries, ANewListIsOneOfMetaNodes) {
+    EXPECT_EQ(list.Get("Mode").value, Value(0));
+    AddColumns({"Name"});
+    ASSERT_TRUE(list.Call("AddEntry", book));
+    EXPECT_THAT(Column(), ElementsAre("Book"));
+}
+
 TEST_F(ListViewEntries, CreateKeepsTheCallbackAndTheLooks) {
     const auto callback = FakeObject::Make("callback");
     list.PutRef("CallbackObject", callback);

@@ -1,3 +1,5 @@
+#include <olectl.h>
+
 #include "lists/list_view_fixture.h"
 #include "lists/picture_files.h"
 #include "support/temporary_folder.h"
@@ -255,6 +257,27 @@ TEST_F(ListViewIcons, ConditionsOfLinksTestTheirEnd) {
     EXPECT_THAT(Images(), ElementsAre(2, 1));
 }
 
+TEST_F(ListViewIcons, AConditionWithoutAnEndTestsTheSource) {
+    AddImages();
+    ASSERT_TRUE(list.Call("AddLinkColumn", "Page", "Page", 1, 1000));
+    ASSERT_TRUE(list.Call("AddIconCondition", "green", "Name", "On Trees"));
+    ASSERT_TRUE(list.Call("AddLink", first));
+    EXPECT_EQ(Image(0), 1);
+    EXPECT_THAT(model.Log().Take(),
+                ElementsAre("c1.identifier", "c1.source", "b1.GetProperty(\"Name\")",
+                            "c1.GetProperty(\"Page\")"));
+}
+
+TEST_F(ListViewIcons, ConditionsOfMetaObjectsTestTheMetaObject) {
+    AddImages();
+    AddColumns({"Name"});
+    ASSERT_TRUE(list.Call("AddIconCondition", "blue", "Description", "who reads", 2));
+    ASSERT_TRUE(list.Call("SetList_MetaNodes", model.Root(), false));
+    EXPECT_THAT(Images(), ElementsAre(-1, 2));
+    ASSERT_TRUE(list.Call("SetList_MetaAttributes", book, false));
+    EXPECT_THAT(Images(), ElementsAre(-1, 2, -1, -1));
+}
+
 TEST_F(ListViewIcons, AnEndThatThereIsNotTestsTheEmptyText) {
     AddImages();
     ASSERT_TRUE(list.Call("AddLinkColumn", "Page", "Page", 1, 1000));
@@ -351,6 +374,31 @@ TEST_F(ListViewIcons, WhatIsNoPictureIsRefused) {
     EXPECT_EQ(list.Call("AddIconPicture", "k", picture, object).AutomationNumber(), 481);
     EXPECT_EQ(list.Call("AddIconPicture", "k", picture, "text").AutomationNumber(), 424);
     EXPECT_TRUE(list.Call("AddIconPicture", "k", picture)) << "nothing was added before";
+}
+
+TEST_F(ListViewIcons, APictureThatCannotBeDrawnDoesNotDecideTheSize) {
+    // It says that it is an icon, and is none.
+    PICTDESC description = {};
+    description.cbSizeofstruct = sizeof(description);
+    description.picType = PICTYPE_ICON;
+    description.icon.hicon = reinterpret_cast<HICON>(list.Get());
+    Ref<IDispatch> broken;
+    ASSERT_EQ(OleCreatePictureIndirect(&description, IID_IDispatch, FALSE,
+                                       reinterpret_cast<void**>(broken.GetAddressOf())),
+              S_OK);
+    const auto small = PictureObject(BitmapFile(16, 16, red));
+    const auto large = PictureObject(BitmapFile(32, 32, green));
+    EXPECT_EQ(list.Call("AddIconPicture", "k", broken).AutomationNumber(), 481);
+    EXPECT_EQ(list.Call("AddIconPicture", "k", large, broken).AutomationNumber(), 481);
+    ASSERT_TRUE(list.Call("AddIconPicture", "k", small, large));
+    EXPECT_EQ(list.Call("AddIconPicture", "second", small, broken).AutomationNumber(), 481);
+    AddColumns({"Name"});
+    ASSERT_TRUE(list.Call("AddNode", trees));
+    EXPECT_EQ(SizeOf(LVSIL_SMALL), 16);
+    EXPECT_EQ(SizeOf(LVSIL_NORMAL), 32);
+    EXPECT_EQ(CountOf(LVSIL_SMALL), 1);
+    EXPECT_EQ(CountOf(LVSIL_NORMAL), 1);
+    EXPECT_EQ(Colour(LVSIL_SMALL, 0), red);
 }
 
 TEST_F(ListViewIcons, CreateForgetsImagesAndConditions) {

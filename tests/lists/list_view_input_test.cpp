@@ -60,6 +60,14 @@ TEST_F(ListViewInput, ARightClickWithoutASelectedRowRaisesNothing) {
     EXPECT_THAT(events.Take(), IsEmpty());
 }
 
+TEST_F(ListViewInput, ARightClickBesidesTheRowsRaisesNothingThoughOneWasSelected) {
+    Click(OnRow(1));
+    events.Take();
+    Click(BelowRows(List()), Input::Button::right);
+    EXPECT_THAT(SelectedRows(), IsEmpty());
+    EXPECT_THAT(events.Take(), IsEmpty());
+}
+
 TEST_F(ListViewInput, AClickOnACheckBoxChecksTheRowAndIsNoClick) {
     list.Put("Checkboxes", true);
     Click(OnCheckBox(1));
@@ -77,6 +85,20 @@ TEST_F(ListViewInput, ADoubleClickOnACheckBoxTogglesTwice) {
     input.MoveTo(List(), OnCheckBox(0)).DoubleClick();
     ASSERT_TRUE(Play(input));
     EXPECT_EQ(CheckBox(0), 1u);
+    EXPECT_THAT(SelectedRows(), IsEmpty());
+    EXPECT_THAT(events.Take(), IsEmpty());
+}
+
+TEST_F(ListViewInput, ADoubleClickOnACheckBoxRaisesDblClickOfTheSelectedRow) {
+    list.Put("Checkboxes", true);
+    Click(OnRow(1));
+    events.Take();
+    Input input;
+    input.MoveTo(List(), OnCheckBox(1)).Wait(600).DoubleClick();
+    ASSERT_TRUE(Play(input));
+    EXPECT_EQ(CheckBox(1), 1u);
+    EXPECT_THAT(SelectedRows(), ElementsAre(1));
+    EXPECT_THAT(events.Take(), ElementsAre("DblClick(\"b2\")"));
 }
 
 TEST_F(ListViewInput, AClickOnTheTextOfARowWithACheckBoxIsAClick) {
@@ -98,6 +120,44 @@ TEST_F(ListViewInput, AColumnClickTwiceSortsUpAndDown) {
     click();
     EXPECT_THAT(Column(), ElementsAre("On Trees", "On Lists", "On Graphs"));
     EXPECT_THAT(events.Take(), IsEmpty());
+}
+
+TEST_F(ListViewInput, AHeaderIsDraggedToAnotherPlace) {
+    RECT place = {};
+    SendMessageW(Header(), HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&place));
+    Input input;
+    input.MoveTo(Header(), {20, 8}).Wait(50).DragTo(Header(), {place.right - 5, 8}).Wait(100);
+    ASSERT_TRUE(Play(input));
+    int order[2] = {};
+    SendMessageW(List(), LVM_GETCOLUMNORDERARRAY, 2, reinterpret_cast<LPARAM>(order));
+    EXPECT_THAT(order, ElementsAre(1, 0));
+    EXPECT_THAT(Row(0), ElementsAre("On Trees", "1968")) << "columns keep their numbers";
+    EXPECT_THAT(events.Take(), IsEmpty());
+}
+
+TEST_F(ListViewInput, ADoubleClickOnADividerMakesTheColumnAsWideAsItsTexts) {
+    trees->name = "On Trees, their leaves and all that there is to say of their branches";
+    list.Call("Refresh");
+    const int before = Widths().front();
+    RECT place = {};
+    SendMessageW(Header(), HDM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&place));
+    Input input;
+    input.MoveTo(Header(), {place.right, 8}).DoubleClick();
+    ASSERT_TRUE(Play(input));
+    EXPECT_GT(Widths().front(), before);
+    const auto wide = static_cast<int>(SendMessageW(
+        List(), LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(Wide(trees->name).c_str())));
+    EXPECT_GE(Widths().front(), wide);
+}
+
+TEST_F(ListViewInput, F5IsTheHostsBusiness) {
+    Click(OnRow(1));
+    events.Take();
+    model.Log().Clear();
+    Keys({VK_F5});
+    EXPECT_THAT(model.Log().Take(), IsEmpty());
+    EXPECT_THAT(events.Take(), IsEmpty());
+    EXPECT_EQ(RowCount(), 3);
 }
 
 TEST_F(ListViewInput, ControlAndShiftSelectSeveralRows) {

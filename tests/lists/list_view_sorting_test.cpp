@@ -170,6 +170,35 @@ TEST_F(ListViewSorting, ARowIsSortedInByTheTextsThatItsCallbackGaveIt) {
     list.PutRef("CallbackObject", Nothing());
 }
 
+TEST_F(ListViewSorting, AHeaderMayBeClickedWhileTheListIsFilled) {
+    list.Call("Clear");
+    FakeNode* const sets = model.Node(book, "b4", "Of Sets");
+    sets->values["Year"] = 1874;
+    for (FakeNode* const clicked : {trees, graphs, lists, sets}) {
+        SCOPED_TRACE(clicked->Label());
+        // While the row has its name and no year, among others that have all or nothing yet.
+        clicked->On("GetProperty").With("Year").Times(1).Run([this] { ClickHeader(0); });
+        ASSERT_TRUE(list.Call("Refresh"));
+        EXPECT_THAT(Column(), ElementsAre("Of Sets", "On Graphs", "On Lists", "On Trees"));
+        EXPECT_THAT(Column(1), ElementsAre("1874", "1736", "2001", "1968"));
+        list.Call("Clear");
+        list.Call("Create");
+        AddColumns({"Name", "Year"});
+        list.Call("SetList_Nodes", book, false);
+    }
+}
+
+TEST_F(ListViewSorting, AHeaderClickedAmongRowsThatAreAddedSortsTheOthersAtOnce) {
+    FakeNode* const early = model.Node(person, "p1", "Of Arrays");
+    early->values["Year"] = 1;
+    early->On("GetProperty").With("Year").Times(1).Run([this] {
+        ClickHeader(0);
+        EXPECT_THAT(Column(), ElementsAre("On Graphs", "On Lists", "On Trees", ""));
+    });
+    ASSERT_TRUE(list.Call("AddNode", early));
+    EXPECT_THAT(Column(), ElementsAre("Of Arrays", "On Graphs", "On Lists", "On Trees"));
+}
+
 TEST_F(ListViewSorting, ManyRowsAreSortedStably) {
     model.Log().enabled = false;
     list.Call("Clear");
