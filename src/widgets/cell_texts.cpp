@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace widgets {
 
-CellTexts::CellTexts(std::size_t reserved) {
-    const std::size_t size = std::max(reserved, sizeof(Header));
-    block_ = std::make_unique_for_overwrite<std::byte[]>(size);
-    *Head() = {0, static_cast<std::uint32_t>(size)};
+CellTexts::CellTexts(RowMemory& memory, std::size_t reserved) {
+    const std::size_t size = RowMemory::Rounded(std::max(reserved, sizeof(Header)));
+    piece_.reset(new (memory.Take(size)) Header{memory, 0, static_cast<std::uint32_t>(size)});
 }
 
 std::wstring_view CellTexts::At(std::size_t position) const {
@@ -29,8 +29,8 @@ void CellTexts::Set(std::size_t first, std::span<const std::wstring_view> texts)
     };
     std::size_t length = 0;
     for (std::size_t i = 0; i < count; ++i) length += text(i).size() + 1;
-    CellTexts written(SizeOf(count, length));
-    written.Head()->count = static_cast<std::uint32_t>(count);
+    CellTexts written(piece_->memory, SizeOf(count, length));
+    written.piece_->count = static_cast<std::uint32_t>(count);
     std::size_t begin = 0;
     for (std::size_t i = 0; i < count; ++i) {
         written.Write(i, begin, text(i));
@@ -41,14 +41,14 @@ void CellTexts::Set(std::size_t first, std::span<const std::wstring_view> texts)
 
 bool CellTexts::Append(std::size_t first, std::span<const std::wstring_view> texts) {
     const std::size_t before = Count();
-    if (block_ == nullptr || first < before) return false;
+    if (first < before) return false;
     const std::size_t length = Length();
     std::size_t needed = length + (first - before);
     for (const std::wstring_view text : texts) needed += text.size() + 1;
     const std::size_t count = first + texts.size();
-    if (SizeOf(count, needed) > Head()->reserved) return false;
+    if (SizeOf(count, needed) > piece_->reserved) return false;
     const wchar_t* const from = Characters();
-    Head()->count = static_cast<std::uint32_t>(count);
+    piece_->count = static_cast<std::uint32_t>(count);
     std::memmove(Characters(), from, length * sizeof(wchar_t));
     std::size_t begin = length;
     for (std::size_t i = before; i < count; ++i) {

@@ -26,8 +26,8 @@ public:
         std::any tag;
     };
 
-    /// With memory for texts of `reserved` bytes, the key included.
-    explicit Row(std::wstring_view key, std::size_t reserved = 0) : texts_(reserved) {
+    /// With room for texts of `reserved` bytes, the key included.
+    Row(RowMemory& memory, std::wstring_view key, std::size_t reserved) : texts_(memory, reserved) {
         SetKey(key);
     }
 

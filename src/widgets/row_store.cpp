@@ -8,9 +8,10 @@ namespace widgets {
 
 RowPtr RowStore::Add(std::wstring_view key) {
     if (!key.empty() && byKey_.Find(key) != nullptr) return nullptr;
-    // Neighbours have texts of like length: with their memory a row is filled at once.
+    if (memory_ == nullptr) memory_ = std::make_shared<RowMemory>();
+    // Neighbours have texts of like length: with their room a row is filled at once.
     const std::size_t like = chunks_.empty() ? 0 : chunks_.back()->rows.back()->TextSize();
-    auto row = std::make_shared<Row>(key, like);
+    auto row = std::allocate_shared<Row>(RowAllocator<Row>(memory_), *memory_, key, like);
     if (!key.empty()) byKey_.Add(*row);
     Insert(row, size_);
     return row;
@@ -34,11 +35,13 @@ bool RowStore::Rename(Row& row, std::wstring_view key) {
 void RowStore::Remove(Row& row) {
     if (!row.Key().empty()) byKey_.Remove(row);
     const RowPtr kept = TakeOut(row);
+    if (size_ == 0) memory_.reset();
 }
 
 void RowStore::Clear() {
     const auto chunks = std::exchange(chunks_, {});
     byKey_.Clear();
+    memory_.reset();
     starts_.clear();
     size_ = 0;
     for (const auto& chunk : chunks) {

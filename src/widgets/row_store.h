@@ -6,6 +6,7 @@
 
 #include "widgets/key_index.h"
 #include "widgets/row.h"
+#include "widgets/row_memory.h"
 
 namespace widgets {
 
@@ -70,6 +71,8 @@ private:
     /// The position of the first row of each of the first chunks; the others are not known yet.
     mutable std::vector<std::size_t> starts_;
     KeyIndex byKey_;
+    /// Made with the first row, gone with the last.
+    std::shared_ptr<RowMemory> memory_;
     std::size_t size_ = 0;
 };
 

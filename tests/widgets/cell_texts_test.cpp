@@ -11,6 +11,8 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
+RowMemory memory;
+
 void Set(CellTexts& cells, std::size_t first, const Texts& texts) {
     const std::vector<std::wstring_view> views(texts.begin(), texts.end());
     cells.Set(first, views);
@@ -23,7 +25,7 @@ Texts All(const CellTexts& cells) {
 }
 
 TEST(CellTexts, AreEmptyAtFirstAndBeyondTheLast) {
-    CellTexts cells;
+    CellTexts cells(memory);
     EXPECT_EQ(cells.Count(), 0u);
     EXPECT_EQ(cells.At(0), L"");
     Set(cells, 0, {L"a"});
@@ -32,13 +34,13 @@ TEST(CellTexts, AreEmptyAtFirstAndBeyondTheLast) {
 }
 
 TEST(CellTexts, BeforeTheFirstThatIsSetBecomeEmpty) {
-    CellTexts cells;
+    CellTexts cells(memory);
     Set(cells, 3, {L"late"});
     EXPECT_EQ(All(cells), (Texts{L"", L"", L"", L"late"}));
 }
 
 TEST(CellTexts, BehindThoseThatAreSetStay) {
-    CellTexts cells;
+    CellTexts cells(memory);
     Set(cells, 0, {L"a", L"b", L"c"});
     Set(cells, 1, {L"a longer one"});
     EXPECT_EQ(All(cells), (Texts{L"a", L"a longer one", L"c"}));
@@ -47,7 +49,7 @@ TEST(CellTexts, BehindThoseThatAreSetStay) {
 }
 
 TEST(CellTexts, KeepZerosAndEndWithOne) {
-    CellTexts cells;
+    CellTexts cells(memory);
     const std::wstring withZero(L"a\0b", 3);
     Set(cells, 0, {withZero, L"next"});
     EXPECT_EQ(cells.At(0), withZero);
@@ -56,7 +58,7 @@ TEST(CellTexts, KeepZerosAndEndWithOne) {
 }
 
 TEST(CellTexts, MayBeSetToTheirOwnTexts) {
-    CellTexts cells;
+    CellTexts cells(memory);
     Set(cells, 0, {L"first", L"second"});
     const std::wstring_view swapped[] = {cells.At(1), cells.At(0)};
     cells.Set(0, swapped);
@@ -64,14 +66,14 @@ TEST(CellTexts, MayBeSetToTheirOwnTexts) {
 }
 
 TEST(CellTexts, MoveWithTheirMemory) {
-    CellTexts cells;
+    CellTexts cells(memory);
     Set(cells, 0, {L"a"});
     CellTexts moved = std::move(cells);
     EXPECT_EQ(All(moved), Texts{L"a"});
 }
 
 TEST(CellTexts, SettingNoneChangesNothing) {
-    CellTexts cells;
+    CellTexts cells(memory);
     Set(cells, 0, {L"a"});
     Set(cells, 0, {});
     EXPECT_EQ(All(cells), Texts{L"a"});
@@ -83,7 +85,7 @@ TEST(CellTexts, AgreeWithAVectorOfTextsAfterAnyChanges) {
         return std::uniform_int_distribution<std::size_t>(0, most)(random);
     };
     for (int round = 0; round < 200; ++round) {
-        CellTexts cells;
+        CellTexts cells(memory);
         Texts model;
         for (int step = 0; step < 20; ++step) {
             const std::size_t first = upTo(6);
