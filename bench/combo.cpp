@@ -1,15 +1,13 @@
 #include <windows.h>
 
-#include <cstdio>
 #include <filesystem>
 
 #include "bare_list.h"
-#include "figures.h"
-#include "hosting/activation_context.h"
 #include "hosting/class_id.h"
 #include "hosting/error.h"
 #include "hosting/late_bound.h"
 #include "node_list.h"
+#include "program.h"
 
 namespace {
 
@@ -106,25 +104,14 @@ void MeasureCalls(Figures& figures) {
                 pair.Measure(L"SetBackGroundColor", DISPATCH_METHOD, &colour), 1.0);
 }
 
-int Run() {
-    const hosting::ActivationContext context(hosting::ActivationContext::BesideProgram());
-    Figures figures;
+void Measure(Figures& figures) {
     MeasureFilling(figures);
     MeasureGrowth(figures);
     MeasureCalls(figures);
-    return figures.ExitCode();
 }
 
 }  // namespace
 
 int wmain() {
-    OleInitialize(nullptr);
-    int code = 2;
-    try {
-        code = Run();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench_combo: %s\n", error.what());
-    }
-    OleUninitialize();
-    return code;
+    return bench::RunProgram(Measure);
 }

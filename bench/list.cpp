@@ -4,16 +4,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <span>
 #include <string>
 
 #include "bare_rows.h"
-#include "figures.h"
 #include "heap_size.h"
-#include "hosting/activation_context.h"
 #include "hosting/late_bound.h"
 #include "node_list.h"
+#include "program.h"
 
 namespace {
 
@@ -215,9 +213,7 @@ void MeasureMemory(Figures& figures) {
                 static_cast<double>(after - before) / static_cast<double>(manyRows), 400);
 }
 
-int Run() {
-    const hosting::ActivationContext context(hosting::ActivationContext::BesideProgram());
-    Figures figures;
+void Measure(Figures& figures) {
     MeasureSorting(figures);
     MeasureFilling(figures);
     MeasureGrowth(figures, manyRows);
@@ -225,22 +221,10 @@ int Run() {
     MeasureSingleRows(figures);
     MeasureDeleting(figures);
     MeasureMemory(figures);
-    return figures.ExitCode();
 }
 
 }  // namespace
 
 int wmain() {
-    OleInitialize(nullptr);
-    int code = 2;
-    try {
-        code = Run();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "bench_list: %s\n", error.what());
-    } catch (const _com_error& error) {
-        std::fprintf(stderr, "bench_list: error 0x%08lX\n",
-                     static_cast<unsigned long>(error.Error()));
-    }
-    OleUninitialize();
-    return code;
+    return bench::RunProgram(Measure);
 }

@@ -284,6 +284,7 @@ void Configure(Database& database, int busyMilliseconds) {
 }
 
 void CheckSchema(Database& database) {
+    const Snapshot snapshot(database);
     const std::int64_t version = VersionOf(database);
     if (database.ReadInteger("PRAGMA application_id") != applicationId || version < 1 ||
         version > schemaVersion) {

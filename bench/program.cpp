@@ -1,0 +1,40 @@
+#include "program.h"
+
+#include <ole2.h>
+
+#include <comdef.h>
+
+#include <cstdio>
+
+#include "hosting/activation_context.h"
+
+namespace bench {
+
+namespace {
+
+class OleSession {
+public:
+    OleSession() { OleInitialize(nullptr); }
+    ~OleSession() { OleUninitialize(); }
+    OleSession(const OleSession&) = delete;
+    OleSession& operator=(const OleSession&) = delete;
+};
+
+}  // namespace
+
+int RunProgram(void (*measure)(Figures& figures)) {
+    const OleSession ole;
+    try {
+        const hosting::ActivationContext context(hosting::ActivationContext::BesideProgram());
+        Figures figures;
+        measure(figures);
+        return figures.ExitCode();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+    } catch (const _com_error& error) {
+        std::fprintf(stderr, "error 0x%08lX\n", static_cast<unsigned long>(error.Error()));
+    }
+    return 2;
+}
+
+}  // namespace bench
