@@ -122,7 +122,9 @@ TEST(PublicModels, HaveTheNumbersThatTheyAreKnownToHave) {
         const store::Scratch scratch;
         EXPECT_THAT(Export(*store, scratch.File("again.xmi")), testing::IsEmpty());
         const auto again = store::Store::Create(store::inMemory);
-        EXPECT_THAT(Import(*again, {scratch.File("again.xmi")}).messages, testing::IsEmpty());
+        // A metamodel is kept as it came, with what is not understood in it.
+        const auto messages = Import(*again, {scratch.File("again.xmi")}).messages;
+        EXPECT_LE(messages.size(), model.messages) << testing::PrintToString(messages);
         ExpectSame(ContentOf(*store), ContentOf(*again));
     }
 }
