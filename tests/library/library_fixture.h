@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,7 @@
 #include "support/server.h"
 #include "support/text.h"
 
-/// The library with nothing of it registered; the registry is put back afterwards.
+/// The library with nothing of it registered; the registry is put back after the last test.
 class UnregisteredLibrary : public testing::Test {
 protected:
     UnregisteredLibrary() {
@@ -28,6 +29,11 @@ protected:
         return support::Utf8(std::wstring(text));
     }
 
-    support::RegistryRestorer restorer;
+    static void SetUpTestSuite() { restorer.emplace(); }
+    static void TearDownTestSuite() { restorer.reset(); }
+
     support::Server server;
+
+private:
+    static inline std::optional<support::RegistryRestorer> restorer;
 };

@@ -27,11 +27,10 @@ protected:
         return CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                                 reinterpret_cast<void**>(object.ReleaseAndGetAddressOf()));
     }
-
-    RegistrySnapshot clean = RegistrySnapshot::OfClasses();
 };
 
 TEST_F(LibraryRegistration, ForAllUsersMakesTheClassesUsableAndIsTakenBackWhole) {
+    const RegistrySnapshot clean = RegistrySnapshot::OfClasses();
     ASSERT_FALSE(clean.Has(L"OrvaneControls.Combo"));
     ASSERT_EQ(server.Register(), S_OK);
     Ref<IDispatch> object;
@@ -51,6 +50,7 @@ TEST_F(LibraryRegistration, ForAllUsersMakesTheClassesUsableAndIsTakenBackWhole)
 }
 
 TEST_F(LibraryRegistration, ForThePresentUserWritesToTheUsersKeysOnlyAndIsTakenBackWhole) {
+    const RegistrySnapshot clean = RegistrySnapshot::OfClasses();
     ASSERT_EQ(server.Install(true, L"user"), S_OK);
     const auto changes = clean.Changes(RegistrySnapshot::OfClasses());
     EXPECT_THAT(changes, Not(IsEmpty()));
@@ -65,6 +65,7 @@ TEST_F(LibraryRegistration, ForThePresentUserWritesToTheUsersKeysOnlyAndIsTakenB
 }
 
 TEST_F(LibraryRegistration, SystemsProgramRegistersInBothWays) {
+    const RegistrySnapshot clean = RegistrySnapshot::OfClasses();
     EXPECT_EQ(Regsvr32({}, server.Path()), 0);
     EXPECT_NE(At(HKEY_LOCAL_MACHINE, L"OrvaneControls.Combo"), "-");
     EXPECT_EQ(Regsvr32({L"/u"}, server.Path()), 0);
@@ -75,6 +76,7 @@ TEST_F(LibraryRegistration, SystemsProgramRegistersInBothWays) {
 }
 
 TEST_F(LibraryRegistration, OtherInstallArgumentsAreRefused) {
+    const RegistrySnapshot clean = RegistrySnapshot::OfClasses();
     EXPECT_EQ(server.Install(true, L"machine"), E_INVALIDARG);
     EXPECT_EQ(server.Install(false, L"manifest=x"), E_INVALIDARG);
     EXPECT_TRUE(FAILED(server.Install(true, L"manifest=Z:\\no such folder\\x")));

@@ -57,29 +57,37 @@ RegistrySnapshot RegistrySnapshot::Of(HKEY root, const std::wstring& path) {
 }
 
 void RegistrySnapshot::Read(HKEY root, const std::wstring& path) {
-    const Key key = Key::Open(root, path);
-    if (key.Get() == nullptr) return;
+    Read(Key::Open(root, path).Get(), root, path);
+}
+
+// Thousands of keys, and each question goes to another process: there are as few as may be.
+void RegistrySnapshot::Read(HKEY key, HKEY root, const std::wstring& path) {
+    DWORD keyCount = 0;
+    DWORD valueCount = 0;
+    DWORD longestValue = 0;
+    if (key == nullptr ||
+        RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keyCount, nullptr, nullptr, &valueCount,
+                         nullptr, &longestValue, nullptr, nullptr) != ERROR_SUCCESS)
+        return;
     Values& values = keys_[{root, path}];
     std::array<wchar_t, 16384> name{};
-    for (DWORD index = 0;; ++index) {
+    for (DWORD index = 0; index < valueCount; ++index) {
         auto nameSize = static_cast<DWORD>(name.size());
-        DWORD type = 0;
-        DWORD size = 0;
-        if (RegEnumValueW(key.Get(), index, name.data(), &nameSize, nullptr, &type, nullptr,
-                          &size) != ERROR_SUCCESS)
+        DWORD size = longestValue;
+        Contents contents{0, std::vector<BYTE>(longestValue)};
+        if (RegEnumValueW(key, index, name.data(), &nameSize, nullptr, &contents.type,
+                          contents.bytes.data(), &size) != ERROR_SUCCESS)
             break;
-        Contents contents{type, std::vector<BYTE>(size)};
-        nameSize = static_cast<DWORD>(name.size());
-        RegEnumValueW(key.Get(), index, name.data(), &nameSize, nullptr, nullptr,
-                      contents.bytes.data(), &size);
+        contents.bytes.resize(size);
         values[std::wstring(name.data(), nameSize)] = std::move(contents);
     }
-    for (DWORD index = 0;; ++index) {
+    for (DWORD index = 0; index < keyCount; ++index) {
         auto nameSize = static_cast<DWORD>(name.size());
-        if (RegEnumKeyExW(key.Get(), index, name.data(), &nameSize, nullptr, nullptr, nullptr,
-                          nullptr) != ERROR_SUCCESS)
+        if (RegEnumKeyExW(key, index, name.data(), &nameSize, nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_SUCCESS)
             break;
-        Read(root, path + L'\\' + std::wstring(name.data(), nameSize));
+        const std::wstring below(name.data(), nameSize);
+        Read(Key::Open(key, below).Get(), root, path + L'\\' + below);
     }
 }
 

@@ -40,6 +40,8 @@ private:
     };
 
     void Read(HKEY root, const std::wstring& path);
+    /// `key` is the open one at `path` below `root`, null where there is none.
+    void Read(HKEY key, HKEY root, const std::wstring& path);
     [[nodiscard]] static std::string Line(char sign, const std::wstring& key,
                                           const std::wstring& name, const Contents& contents);
 
