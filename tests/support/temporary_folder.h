@@ -15,10 +15,11 @@ class TemporaryFolder {
 public:
     TemporaryFolder() {
         static std::atomic<int> next = 0;
-        const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-        path_ = std::filesystem::temp_directory_path() /
-                ("orvane-test-" + std::to_string(now) + "-" + std::to_string(++next));
-        std::filesystem::create_directories(path_);
+        do {
+            const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
+            path_ = std::filesystem::temp_directory_path() /
+                    ("orvane-test-" + std::to_string(now) + "-" + std::to_string(++next));
+        } while (!std::filesystem::create_directories(path_));
     }
     ~TemporaryFolder() {
         std::error_code ignored;

@@ -125,7 +125,7 @@ void CallEverything(const LateBound& object, const std::vector<Value>& lattice) 
 
 TEST_F(RepositoryTest, NoValueInNoArgumentDoesAnyHarm) {
     // Some of the values are paths.
-    const ScratchFolder scratch;
+    const TemporaryFolder scratch;
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(scratch.Path());
     const auto lattice = Lattice(rep, anna);

@@ -60,7 +60,7 @@ TEST(Durability, WhatHasReturnedIsInTheFileWhenTheHostIsKilled) {
     if (const wchar_t* given = _wgetenv(fileVariable)) return ChangeForEver(given);
     std::minstd_rand random(4711);
     for (int round = 0; round < Rounds(); ++round) {
-        const ScratchFolder scratch;
+        const TemporaryFolder scratch;
         const std::wstring file = scratch.File(L"a.orv");
         RunAndKill(L"Durability.WhatHasReturnedIsInTheFileWhenTheHostIsKilled", file,
                    static_cast<int>(random() % 10), static_cast<int>(random() % 50));
@@ -102,7 +102,7 @@ TEST(Durability, AnImportIsThereCompletelyOrNotAtAllWhenTheHostIsKilled) {
     const auto duration = GetTickCount64() - start;
     std::minstd_rand random(4712);
     for (int round = 0; round < Rounds(); ++round) {
-        const ScratchFolder scratch;
+        const TemporaryFolder scratch;
         const std::wstring file = scratch.File(L"a.orv");
         RunAndKill(L"Durability.AnImportIsThereCompletelyOrNotAtAllWhenTheHostIsKilled", file, 0,
                    static_cast<int>(random() % (2 * duration + 20)));

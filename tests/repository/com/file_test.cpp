@@ -13,7 +13,7 @@ protected:
         return number;
     }
 
-    const ScratchFolder scratch;
+    const TemporaryFolder scratch;
 };
 
 TEST_F(FileTest, EveryChangeIsInTheFileWhenTheCallReturns) {

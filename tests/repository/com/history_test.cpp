@@ -77,7 +77,7 @@ TEST_F(RepositoryHistory, WhatDoesNotFitIsRefused) {
 }
 
 TEST_F(RepositoryHistory, ItIsInTheFileAndAnOpenChangeIsNot) {
-    const ScratchFolder scratch;
+    const TemporaryFolder scratch;
     const std::wstring file = scratch.File(L"a.orv");
     ASSERT_TRUE(rep.Do("SaveAs", file));
     ASSERT_TRUE(anna.Put("name", "Hanna"));

@@ -18,7 +18,7 @@ TEST_F(RepositoryTest, TheSameElementIsTheSameObjectOnEveryWay) {
 }
 
 TEST_F(RepositoryTest, RefreshAndSaveAsKeepTheObjects) {
-    const ScratchFolder scratch;
+    const TemporaryFolder scratch;
     ASSERT_TRUE(rep.Do("SaveAs", scratch.File(L"a.orv")));
     ASSERT_TRUE(rep.Do("Refresh"));
     EXPECT_TRUE(Same(ObjectIn(rep.Call("Objects", "p1")), anna));

@@ -227,7 +227,7 @@ TEST_F(ImportTest, ALargeSystemLibraryIsImportedQuickly) {
 }
 
 TEST_F(ImportTest, BadFilesAreRefusedAndTheRepositoryStays) {
-    const ScratchFolder scratch;
+    const TemporaryFolder scratch;
     const auto errorOf = [&](const std::wstring& path) {
         return ErrorOf(rep.Call("Import", path));
     };

@@ -36,7 +36,7 @@ protected:
 
     std::size_t MetaNodeCount() { return ObjectIn(rep.Call("MetaNodes")).Elements().size(); }
 
-    ScratchFolder folder;
+    TemporaryFolder folder;
     LateBound rep;
 };
 

@@ -1,9 +1,5 @@
 #include "repository/com/repository_fixture.h"
 
-#include <atomic>
-#include <fstream>
-#include <sstream>
-
 namespace repository {
 
 support::Server& Component() {
@@ -81,36 +77,6 @@ void RepositoryTest::SetUp() {
     cottage = ObjectIn(rep.Call("MakeNode", "h1", "House", "Cottage"));
     annaInCottage = ObjectIn(
         rep.Call("MakeLink", livesIn.Get(), anna.Get(), cottage.Get(), "l1", "since 1990"));
-}
-
-ScratchFolder::ScratchFolder() {
-    static std::atomic<int> next = 0;
-    // A process of the same number may have left one when it was killed.
-    folder_ = std::filesystem::temp_directory_path() /
-              (L"orvane-repository-" + std::to_wstring(GetTickCount64()) + L"-" +
-               std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++next));
-    std::filesystem::create_directories(folder_);
-}
-
-ScratchFolder::~ScratchFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
-
-std::wstring ScratchFolder::File(const std::wstring& name) const {
-    return (folder_ / name).wstring();
-}
-
-std::string ReadFile(const std::wstring& path) {
-    std::ifstream stream(std::filesystem::path(path), std::ios::binary);
-    std::ostringstream content;
-    content << stream.rdbuf();
-    return content.str();
-}
-
-void WriteFile(const std::wstring& path, const std::string& content) {
-    std::ofstream stream(std::filesystem::path(path), std::ios::binary | std::ios::trunc);
-    stream << content;
 }
 
 }  // namespace repository

@@ -3,20 +3,23 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "support/late_bound.h"
 #include "support/server.h"
+#include "support/temporary_folder.h"
 #include "support/value.h"
 
 namespace repository {
 
 using support::LateBound;
 using support::Outcome;
+using support::ReadFile;
+using support::TemporaryFolder;
 using support::Value;
+using support::WriteFile;
 
 /// The DLL, used without registration.
 support::Server& Component();
@@ -55,23 +58,5 @@ protected:
     LateBound cottage;
     LateBound annaInCottage;
 };
-
-/// A folder of the test's own that vanishes with it.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    std::wstring File(const std::wstring& name) const;
-    std::wstring Path() const { return folder_.wstring(); }
-
-private:
-    std::filesystem::path folder_;
-};
-
-std::string ReadFile(const std::wstring& path);
-void WriteFile(const std::wstring& path, const std::string& content);
 
 }  // namespace repository

@@ -1,27 +1,10 @@
 #include "repository/store/scratch.h"
 
-#include <atomic>
-#include <chrono>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 
 namespace repository::store {
 
 namespace fs = std::filesystem;
-
-Scratch::Scratch() {
-    static std::atomic<int> next = 0;
-    const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-    folder_ = fs::temp_directory_path() /
-              ("orvane-store-" + std::to_string(now) + "-" + std::to_string(++next));
-    fs::create_directories(folder_);
-}
-
-Scratch::~Scratch() {
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-}
 
 std::string Scratch::File(const std::string& name) const {
     const auto text = (folder_ / PathOf(name)).u8string();
@@ -29,7 +12,7 @@ std::string Scratch::File(const std::string& name) const {
 }
 
 std::string Scratch::Folder() const {
-    const auto text = folder_.u8string();
+    const auto text = folder_.Path().u8string();
     return {text.begin(), text.end()};
 }
 
@@ -42,15 +25,11 @@ fs::path PathOf(const std::string& text) {
 }
 
 std::string ReadFile(const std::string& path) {
-    std::ifstream stream(PathOf(path), std::ios::binary);
-    std::ostringstream content;
-    content << stream.rdbuf();
-    return content.str();
+    return support::ReadFile(PathOf(path));
 }
 
 void WriteFile(const std::string& path, const std::string& content) {
-    std::ofstream stream(PathOf(path), std::ios::binary | std::ios::trunc);
-    stream << content;
+    support::WriteFile(PathOf(path), content);
 }
 
 Small::Small(Store& store) {

@@ -8,22 +8,18 @@
 
 #include "repository/store/error.h"
 #include "repository/store/store.h"
+#include "support/temporary_folder.h"
 
 namespace repository::store {
 
-/// A folder of a test's own that vanishes with it.
+/// A temporary folder and its files with their names as the store has them, in UTF-8.
 class Scratch {
 public:
-    Scratch();
-    ~Scratch();
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-
     std::string File(const std::string& name) const;
     std::string Folder() const;
 
 private:
-    std::filesystem::path folder_;
+    support::TemporaryFolder folder_;
 };
 
 /// Whether tests that repeat something many times are to do it thoroughly: the environment variable
