@@ -100,10 +100,13 @@ ListColumns ColumnsOf(ListKind kind) {
     }
 }
 
-int ColumnWidth(std::wstring_view title, std::wstring_view dataType) {
-    const int forTitle = static_cast<int>(title.size()) * twipsPerLetter + headerPadding;
-    const int forValues = dataType == L"String" ? 2400 : 1200;
-    return std::max(forTitle, forValues);
+int ColumnWidth(std::wstring_view title, std::wstring_view dataType, std::size_t letters) {
+    constexpr std::size_t most = 45;
+    const auto widthFor = [](std::size_t count) {
+        return static_cast<int>(count) * twipsPerLetter + headerPadding;
+    };
+    const int forDataType = dataType == L"String" ? 2400 : 1200;
+    return std::max({widthFor(title.size()), widthFor(std::min(letters, most)), forDataType});
 }
 
 }  // namespace explorer

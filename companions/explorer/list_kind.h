@@ -79,7 +79,9 @@ struct ListColumns {
 /// None for lists of nodes and links, whose meta object says what they have.
 [[nodiscard]] ListColumns ColumnsOf(ListKind kind);
 
-/// A width in twips for a column of values of a data type, with room for its title.
-[[nodiscard]] int ColumnWidth(std::wstring_view title, std::wstring_view dataType);
+/// A width in twips for a column of values of a data type, with room for its title and for texts of
+/// so many letters, unless they are very long.
+[[nodiscard]] int ColumnWidth(std::wstring_view title, std::wstring_view dataType,
+                              std::size_t letters = 0);
 
 }  // namespace explorer

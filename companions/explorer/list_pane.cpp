@@ -25,7 +25,6 @@ constexpr long targetObject = 2;
 
 constexpr std::uint32_t linkColor = 0x5A6472;
 constexpr int nameWidth = 3300;
-constexpr int identifierWidth = 2400;
 
 HWND MakeLabel(HWND parent) {
     return CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP, 0, 0, 0, 0,
@@ -237,7 +236,8 @@ void ListPane::AddColumns() {
 
 /// A column for each property whose values have a text, the identifier last.
 void ListPane::AddValueColumns(const LateBound& metaObject) {
-    const auto add = [this](const std::wstring& name, int width) {
+    const auto add = [&](const std::wstring& name, const std::wstring& dataType) {
+        const int width = ColumnWidth(name, dataType, LettersOf(metaObject, name));
         if (ListsLinks(kind_))
             AddLinkColumn(name, name, linkObject, width);
         else
@@ -248,10 +248,22 @@ void ListPane::AddValueColumns(const LateBound& metaObject) {
         const std::wstring dataType = TextOf(property.Get(L"DataType"));
         const bool isShown = IsSameName(name, L"Name") || IsSameName(name, L"Identifier");
         const bool hasText = !IsSameName(dataType, L"Blob") && !IsSameName(dataType, L"Variant");
-        if (!isShown && hasText) add(name, ColumnWidth(name, dataType));
+        if (!isShown && hasText) add(name, dataType);
         return true;
     });
-    add(L"Identifier", identifierWidth);
+    add(L"Identifier", L"String");
+}
+
+std::size_t ListPane::LettersOf(const LateBound& metaObject, const std::wstring& property) {
+    constexpr int enough = 20;
+    int seen = 0;
+    std::size_t letters = 0;
+    ForEach(metaObject.Object(L"Extension"), [&](const LateBound& object) {
+        const std::wstring text = TextOf(object.Call(L"GetProperty", property.c_str()));
+        letters = std::max(letters, text.size());
+        return ++seen < enough;
+    });
+    return letters;
 }
 
 void ListPane::Hear(const hosting::Event& event) {

@@ -70,6 +70,9 @@ private:
     void AddImages();
     void AddColumns();
     void AddValueColumns(const hosting::LateBound& metaObject);
+    /// How many letters the longest text of a property has, in the first objects that are listed.
+    [[nodiscard]] static std::size_t LettersOf(const hosting::LateBound& metaObject,
+                                               const std::wstring& property);
     void AddColumn(const std::wstring& title, const std::wstring& property, int width);
     void AddLinkColumn(const std::wstring& title, const std::wstring& property, long end,
                        int width);

@@ -63,17 +63,17 @@ Tour::Tour(MainWindow& window, MessageLoop& loop, std::wstring folder)
 
 void Tour::Run() {
     ComeToFront();
-    TakePicture(L"1-start");
+    TakePicture(L"01-start");
     const Route route = FindRoute(window_.OpenDocument().Repository());
     NavigatorPane& navigator = window_.Navigator();
-    Pick(navigator.MetaNodes(), route.metaNode, L"2-meta-nodes");
-    Pick(navigator.Nodes(), route.node, L"3-nodes");
-    Pick(navigator.MetaLinks(), route.metaLink, L"4-meta-links");
-    Pick(navigator.Links(), route.link, L"5-links");
-    TakePicture(L"6-chosen");
-    ShowList('2', ListKind::metaLinks, L"7-list-of-meta-links");
-    ShowList('3', ListKind::metaProperties, L"8-list-of-properties");
-    ShowList('6', ListKind::nodes, L"9-list-of-nodes");
+    Pick(navigator.MetaNodes(), route.metaNode, L"02-meta-nodes");
+    Pick(navigator.Nodes(), route.node, L"03-nodes");
+    Pick(navigator.MetaLinks(), route.metaLink, L"04-meta-links");
+    Pick(navigator.Links(), route.link, L"05-links");
+    TakePicture(L"06-chosen");
+    ShowList('2', ListKind::metaLinks, L"07-list-of-meta-links");
+    ShowList('3', ListKind::metaProperties, L"08-list-of-properties");
+    ShowList('6', ListKind::nodes, L"09-list-of-nodes");
     ShowList('7', ListKind::links, L"10-list-of-links");
 }
 

@@ -29,5 +29,11 @@ TEST(ListKindTest, AColumnHasRoomForItsTitle) {
     EXPECT_GT(ColumnWidth(std::wstring(40, L'x'), L"String"), 4000);
 }
 
+TEST(ListKindTest, AColumnHasRoomForItsTextsUnlessTheyAreVeryLong) {
+    EXPECT_EQ(ColumnWidth(L"Guid", L"String", 5), ColumnWidth(L"Guid", L"String"));
+    EXPECT_GT(ColumnWidth(L"Guid", L"String", 38), 4000);
+    EXPECT_LT(ColumnWidth(L"Notes", L"String", 2000), 5000);
+}
+
 }  // namespace
 }  // namespace explorer
