@@ -259,6 +259,8 @@ store::MetaPropertyRef Binding::MakeAttribute(Class& type, const Feature& featur
                                       feature.owner->name + "." + feature.name, isTaken);
     const auto property =
         store_.MakeProperty(type.metaNode, name, TypeOf(feature), feature.description);
+    if (feature.isDynamic) store_.SetDynamic(property, true);
+    if (feature.isTransient) store_.SetPersistent(property, false);
     SetDefault(property, feature);
     return property;
 }

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "repository/ecore/annotations.h"
 #include "repository/ecore/binding.h"
+#include "repository/ecore/metamodel_changes.h"
 #include "repository/ecore/names.h"
 #include "repository/ecore/text.h"
 #include "repository/ecore/uri.h"
@@ -79,6 +81,7 @@ ExportedMetamodel::ExportedMetamodel(store::Store& store, std::vector<std::strin
         }
     }
     for (const auto& [meta, type] : classOf_) type->IndexSlots();
+    WriteMetamodelChanges(store_, metamodels_, messages_);
 }
 
 void ExportedMetamodel::RemoveWhatIsGone() {
@@ -146,7 +149,8 @@ void ExportedMetamodel::AddClasses() {
         element.attributes.push_back({std::string(uri::xsi), "type", "ecore:EClass"});
         element.Set("name", type.name);
         if (node->abstract) element.Set("abstract", "true");
-        if (type.name != node->name) AddOwn(own_->tree, type.place, "name", node->name);
+        if (type.name != node->name)
+            SetDetail(own_->tree, type.place, uri::own, "name", node->name);
         own_->classes.emplace(type.path, &type);
         classOf_[node.get()] = &type;
         added.push_back(&type);
@@ -175,9 +179,10 @@ void ExportedMetamodel::AddProperties(Class& type) {
         Feature& feature = AddFeature(type, "EAttribute", property->name);
         xml::Tree& tree = type.package->root->tree;
         tree[feature.place].Set("eType", address);
-        if (feature.name != property->name) AddOwn(tree, feature.place, "name", property->name);
+        if (feature.name != property->name)
+            SetDetail(tree, feature.place, uri::own, "name", property->name);
         if (!property->type->enumeration) {
-            AddOwn(tree, feature.place, "type", property->type->name);
+            SetDetail(tree, feature.place, uri::own, "type", property->type->name);
         }
         feature.type.kind = KindOf(property->type->dataType);
         type.slots.push_back({&feature, property});
@@ -202,9 +207,9 @@ void ExportedMetamodel::AddReference(const store::MetaLinkRef& link) {
     tree[feature.place].Set("eType", feature.target != nullptr
                                          ? AddressOf(*feature.target)
                                          : std::string(uri::ecore) + "#//EObject");
-    AddOwn(tree, feature.place, "name", link->name);
+    SetDetail(tree, feature.place, uri::own, "name", link->name);
     if (feature.name != link->linkName) {
-        AddOwn(tree, feature.place, "linkName", link->linkName);
+        SetDetail(tree, feature.place, uri::own, "linkName", link->linkName);
     }
     for (const auto& [meta, type] : classOf_) {
         if (type->metaNode->IsKindOf(*link->source)) type->slots.push_back({&feature, nullptr});
@@ -267,7 +272,7 @@ std::string ExportedMetamodel::AddressOfEnumeration(const store::MetaType& type)
     const std::size_t place = own_->tree.Add(1, "", "eClassifiers");
     own_->tree[place].attributes.push_back({std::string(uri::xsi), "type", "ecore:EEnum"});
     own_->tree[place].Set("name", name);
-    if (name != type.name) AddOwn(own_->tree, place, "name", type.name);
+    if (name != type.name) SetDetail(own_->tree, place, uri::own, "name", type.name);
     int value = 0;
     for (const auto& atom : type.enumeration->atoms) {
         const std::size_t literal = own_->tree.Add(place, "", "eLiterals");
@@ -277,21 +282,6 @@ std::string ExportedMetamodel::AddressOfEnumeration(const store::MetaType& type)
     }
     own_->dataTypes.emplace("//" + name, nullptr);
     return address = std::string(ownModelUri) + "#//" + name;
-}
-
-void ExportedMetamodel::AddOwn(xml::Tree& tree, std::size_t place, const std::string& key,
-                               const std::string& value) {
-    std::size_t annotation = 0;
-    for (const std::size_t each : tree.Children(place, "eAnnotations")) {
-        if (tree[each].Get("source") == uri::own) annotation = each;
-    }
-    if (annotation == 0) {
-        annotation = tree.Add(place, "", "eAnnotations");
-        tree[annotation].Set("source", uri::own);
-    }
-    const std::size_t detail = tree.Add(annotation, "", "details");
-    tree[detail].Set("key", key);
-    tree[detail].Set("value", value);
 }
 
 std::string ExportedMetamodel::Local(std::string_view address, bool isData) const {

@@ -33,8 +33,6 @@ private:
     std::string AddressOf(const store::MetaType& type, const Class& user);
     std::string AddressOfEnumeration(const store::MetaType& type);
     Package& OwnPackage();
-    void AddOwn(xml::Tree& tree, std::size_t place, const std::string& key,
-                const std::string& value);
     /// An address as it stands in the file that is written.
     std::string Local(std::string_view address, bool isData) const;
 

@@ -72,6 +72,9 @@ struct Feature {
     std::string ownName;
     std::string ownType;
     std::string ownLinkName;
+    /// What is said of an attribute's meta properties.
+    bool isDynamic = false;
+    bool isTransient = false;
 
     bool isReference = false;
     bool many = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "repository/ecore/annotations.h"
 #include "repository/ecore/text.h"
 #include "repository/ecore/uri.h"
 #include "repository/store/error.h"
@@ -10,27 +11,6 @@
 namespace repository::ecore {
 
 namespace {
-
-/// The value of an entry of an annotation, null where there is none.
-const std::string* Detail(const xml::Tree& tree, std::size_t place, std::string_view source,
-                          std::string_view key) {
-    for (std::size_t at = tree[place].firstChild; at != 0; at = tree[at].next) {
-        if (tree[at].local != "eAnnotations" || tree[at].Get("source") != source) continue;
-        for (const std::size_t detail : tree.Children(at, "details")) {
-            if (tree[detail].Get("key") != key) continue;
-            // A value may be written as an element, too.
-            const auto values = tree.Children(detail, "value");
-            return values.empty() ? tree[detail].Find("value") : &tree[values.front()].text;
-        }
-    }
-    return nullptr;
-}
-
-std::string DetailOr(const xml::Tree& tree, std::size_t place, std::string_view source,
-                     std::string_view key, std::string_view otherwise) {
-    const std::string* value = Detail(tree, place, source, key);
-    return value != nullptr ? *value : std::string(otherwise);
-}
 
 bool IsSet(const xml::TreeElement& element, std::string_view attribute) {
     return element.Get(attribute) == "true";
@@ -112,11 +92,11 @@ void MetamodelReader::Name(Classifier& classifier, Package& package, std::size_t
     const xml::TreeElement& element = root.tree[place];
     classifier.name = element.Get("name");
     classifier.path = package.path + "/" + classifier.name;
-    classifier.description = DetailOr(root.tree, place, uri::genModel, "documentation", {});
+    classifier.description = DetailOr(root.tree, place, uri::genModel, "documentation");
     classifier.package = &package;
     classifier.where = element.where;
     classifier.place = place;
-    classifier.ownName = DetailOr(root.tree, place, uri::own, "name", {});
+    classifier.ownName = DetailOr(root.tree, place, uri::own, "name");
 }
 
 void MetamodelReader::DeclareClassifier(Package& package, std::size_t place) {
@@ -202,17 +182,19 @@ void MetamodelReader::DeclareFeature(Class& owner, std::size_t place) {
     }
     Feature& feature = owner.own.emplace_back();
     feature.place = place;
-    feature.ownName = DetailOr(tree, place, uri::own, "name", {});
-    feature.ownType = DetailOr(tree, place, uri::own, "type", {});
-    feature.ownLinkName = DetailOr(tree, place, uri::own, "linkName", {});
+    feature.ownName = DetailOr(tree, place, uri::own, "name");
+    feature.ownType = DetailOr(tree, place, uri::own, "type");
+    feature.ownLinkName = DetailOr(tree, place, uri::own, "linkName");
+    feature.isDynamic = DetailOr(tree, place, uri::own, "dynamic") == "true";
+    feature.isTransient = DetailOr(tree, place, uri::own, "persistent") == "false";
     root.features.emplace(path, &feature);
     feature.name = name;
     feature.path = path;
     feature.where = element.where;
     feature.owner = &owner;
-    feature.description = DetailOr(tree, place, uri::genModel, "documentation", {});
+    feature.description = DetailOr(tree, place, uri::genModel, "documentation");
     feature.xmlName = DetailOr(tree, place, uri::extendedMetaData, "name", name);
-    const std::string form = DetailOr(tree, place, uri::extendedMetaData, "kind", {});
+    const std::string form = DetailOr(tree, place, uri::extendedMetaData, "kind");
     feature.isElement = form == "element";
     feature.isSimpleContent = form == "simple";
     // A wildcard such as ":0" is no name.

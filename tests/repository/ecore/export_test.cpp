@@ -104,6 +104,47 @@ TEST_F(EcoreExport, WhatWasMadeInTheRepositoryComesOutToo) {
     ExpectSameAgain();
 }
 
+TEST_F(EcoreExport, WhatWasRenamedAndDescribedComesOutAsItIsNow) {
+    Take(library, shelves);
+    const store::MetaModel& meta = store->Meta();
+    const auto book = meta.nodes.Find("Book");
+    store->Rename(book, "Volume");
+    store->Describe(book, "Something to read");
+    store->Rename(meta.links.Find("Library.best"), "Favourites");
+    store->Describe(meta.links.Find("Favourites"), "In no order");
+    const auto pages = book->properties.Find("pages");
+    store->Rename(pages, "Number of pages");
+    store->Describe(pages, "Without the covers");
+    store->SetDynamic(pages, true);
+    store->SetPersistent(book->properties.Find("day"), false);
+    const auto added = store->MakeMetaNode("Shelf", "Holds books");
+    store->AddSupertype(added, meta.nodes.Find("EObject"));
+    store->MakeMetaLink("Shelf holds Volume", "holds", added, book, "From left to right");
+    store->MakeProperty(added, "Height", meta.types.Find("Long"), "In millimetres");
+    ExpectSameAgain();
+    // Also what was exported and imported is known again.
+    const std::string model = Path("out.xmi");
+    store = store::Store::Create(store::inMemory);
+    Import(*store, {model});
+    store->Rename(store->Meta().nodes.Find("Volume"), "Tome");
+    store->Describe(store->Meta().nodes.Find("Shelf"), "");
+    ExpectSameAgain();
+}
+
+TEST_F(EcoreExport, WhatOnlyOneClassCallsOtherwiseIsReported) {
+    Take({{"p.ecore",
+           Metamodel("<eClassifiers xsi:type='ecore:EClass' name='A'>"
+                     "<eStructuralFeatures xsi:type='ecore:EAttribute' name='size' eType='ecore:"
+                     "EDataType http://www.eclipse.org/emf/2002/Ecore#//EInt'/></eClassifiers>"
+                     "<eClassifiers xsi:type='ecore:EClass' name='B' eSuperTypes='#//A'/>")}});
+    const auto size = store->Meta().nodes.Find("B")->properties.Find("size");
+    store->Rename(size, "Length");
+    EXPECT_THAT(Export(*store, Path("out.xmi")),
+                ElementsAre("the name of the property B.Length is not exported as it is now"));
+    store->Rename(store->Meta().nodes.Find("A")->properties.Find("size"), "Length");
+    ExpectSameAgain();
+}
+
 TEST_F(EcoreExport, ARepositoryWithoutAnything) {
     ExpectSameAgain();
 }

@@ -29,7 +29,9 @@ std::string TextOfValue(store::Store& store, store::Object& object,
 void AddProperties(std::vector<std::string>& lines, const store::MetaObject& object) {
     for (const store::MetaPropertyRef& each : object.properties) {
         lines.push_back("property " + object.name + "." + each->name + ": " + each->type->name +
-                        " = " + FormatValue(each->defaultValue) + " " + each->description);
+                        " = " + FormatValue(each->defaultValue) +
+                        (each->dynamic ? " dynamic" : "") +
+                        (each->persistent ? " " : " transient ") + each->description);
     }
 }
 

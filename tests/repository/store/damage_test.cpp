@@ -80,6 +80,7 @@ TEST_F(DamagedFile, FlippedBytesNeverDoMoreThanAnError) {
         WriteFile(file, flipped);
         if (!ReadsCompletely()) ++refused;
     }
+    RecordProperty("refused", refused);
     EXPECT_GT(refused, 0);
     WriteFile(file, whole);
     EXPECT_TRUE(ReadsCompletely());
