@@ -51,8 +51,12 @@ private:
     int reports_ = 0;
 };
 
+int Rounds() {
+    return IsLongRun() ? 100 : 5;
+}
+
 TEST(Durability, WhatHasReturnedIsInTheFileAfterAKill) {
-    for (int round = 1; round <= 5; ++round) {
+    for (int round = 1; round <= Rounds(); ++round) {
         const Scratch scratch;
         const std::string file = scratch.File("a.orv");
         KilledProcess process([&](auto report) {
@@ -66,7 +70,7 @@ TEST(Durability, WhatHasReturnedIsInTheFileAfterAKill) {
                 report(i);
             }
         });
-        const int last = process.KillAfter(round * 7);
+        const int last = process.KillAfter(1 + round * 7 % 100);
         ASSERT_GE(last, 0);
         const auto store = Store::Open(file);
         const auto meta = store->Meta().nodes.Find("M");
@@ -81,7 +85,7 @@ TEST(Durability, WhatHasReturnedIsInTheFileAfterAKill) {
 }
 
 TEST(Durability, ALargeChangeIsThereCompletelyOrNotAtAll) {
-    for (int round = 1; round <= 5; ++round) {
+    for (int round = 1; round <= Rounds(); ++round) {
         const Scratch scratch;
         const std::string file = scratch.File("a.orv");
         Store::Create(file)->MakeMetaNode("M", "");
@@ -95,7 +99,7 @@ TEST(Durability, ALargeChangeIsThereCompletelyOrNotAtAll) {
                 }
             });
         });
-        process.KillAfter(round * 20);
+        process.KillAfter(1 + round * 20 % 300);
         const auto store = Store::Open(file);
         EXPECT_EQ(store->Count(ObjectSet::Instances(*store->Meta().nodes.Find("M"))), 0);
     }
