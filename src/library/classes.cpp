@@ -6,6 +6,8 @@
 #include "lists/descriptors.h"
 #include "lists/list_view.h"
 #include "ole/server.h"
+#include "trees/hierarchy_tree_view.h"
+#include "trees/tree_view.h"
 
 namespace {
 
@@ -19,6 +21,14 @@ constexpr ole::Class classes[] = {
     {CLSID_IconCondition, ole::MakeClass<lists::IconCondition>},
     {CLSID_ListCallback, ole::MakeClass<lists::ListCallback>},
     {CLSID_ListView, ole::MakeClass<lists::ListView>, listViewToolboxBitmap, controlStatus},
+    {CLSID_NodeDescription, ole::MakeClass<trees::NodeDescription>},
+    {CLSID_NodeInfo, ole::MakeClass<trees::NodeInfo>},
+    {CLSID_TreeView, ole::MakeClass<trees::TreeView>, treeViewToolboxBitmap, controlStatus},
+    {CLSID_HTNodeInfo, ole::MakeClass<trees::HTNodeInfo>},
+    {CLSID_HTNewNodeInfo, ole::MakeClass<trees::HTNewNodeInfo>},
+    {CLSID_HTIcon, ole::MakeClass<trees::HTIcon>},
+    {CLSID_HierarchyTreeView, ole::MakeClass<trees::HierarchyTreeView>,
+     hierarchyTreeViewToolboxBitmap, controlStatus},
 };
 
 }  // namespace

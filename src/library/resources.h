@@ -5,3 +5,5 @@
 #define themeManifest 2
 #define comboToolboxBitmap 101
 #define listViewToolboxBitmap 102
+#define treeViewToolboxBitmap 103
+#define hierarchyTreeViewToolboxBitmap 104

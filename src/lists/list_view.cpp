@@ -9,6 +9,7 @@
 #include "lists/link_end.h"
 #include "ole/automation_collection.h"
 #include "ole/error.h"
+#include "ole/event_arguments.h"
 #include "ole/text.h"
 #include "ole/units.h"
 #include "widgets/drag_source.h"
@@ -43,36 +44,6 @@ double NumberOf(BSTR text) {
 int IconSize(int atNormal, int dpi) {
     return MulDiv(atNormal, dpi, 96);
 }
-
-/// A variable of an event's that the host may change.
-VARIANT ByReference(long& number) {
-    VARIANT argument = {};
-    V_VT(&argument) = VT_I4 | VT_BYREF;
-    V_I4REF(&argument) = &number;
-    return argument;
-}
-
-VARIANT ByReference(VARIANT_BOOL& flag) {
-    VARIANT argument = {};
-    V_VT(&argument) = VT_BOOL | VT_BYREF;
-    V_BOOLREF(&argument) = &flag;
-    return argument;
-}
-
-/// An object for the host, which may put another one in its place.
-class ObjectVariable {
-public:
-    explicit ObjectVariable(const ole::Object& object) : object_(object.Get()) {}
-    VARIANT ByReference() {
-        VARIANT argument = {};
-        V_VT(&argument) = VT_DISPATCH | VT_BYREF;
-        V_DISPATCHREF(&argument) = object_.GetAddressOf();
-        return argument;
-    }
-
-private:
-    ole::Ref<IDispatch> object_;
-};
 
 }  // namespace
 
@@ -520,22 +491,19 @@ ole::Object ListView::ObjectOf(const widgets::RowPtr& row) const {
 
 void ListView::RaiseOfRow(DISPID event, const widgets::RowPtr& row) {
     if (!row) return;
-    BSTR key = ole::ToBstr(row->Key()).Detach();
-    VARIANT argument = {};
-    V_VT(&argument) = VT_BSTR | VT_BYREF;
-    V_BSTRREF(&argument) = &key;
+    ole::TextVariable key(row->Key());
+    VARIANT argument = key.ByReference();
     Fire(event, &argument, 1);
-    _bstr_t(key, false);
 }
 
 void ListView::OnBeginDrag() {
     if (!drags_) return;
     const widgets::RowPtr row = rows_.Current();
     if (!row) return;
-    ObjectVariable selection(ObjectOf(row));
+    ole::ObjectVariable selection(ObjectOf(row));
     long kind = static_cast<long>(objects_.ListedKind());
     long allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-    VARIANT start[] = {selection.ByReference(), ByReference(kind), ByReference(allowed)};
+    VARIANT start[] = {selection.ByReference(), ole::ByReference(kind), ole::ByReference(allowed)};
     Fire(startDragEvent, start, 3);
     long effect = DROPEFFECT_NONE;
     if (allowed != DROPEFFECT_NONE) {
@@ -543,14 +511,14 @@ void ListView::OnBeginDrag() {
         effect = static_cast<long>(
             widgets::DragText(std::wstring(row->Text(0)), static_cast<DWORD>(allowed), feedback));
     }
-    VARIANT complete = ByReference(effect);
+    VARIANT complete = ole::ByReference(effect);
     Fire(completeDragEvent, &complete, 1);
 }
 
 void ListView::OnGiveFeedback(DWORD& effect, bool& systemCursors) {
     auto shown = static_cast<long>(effect);
     VARIANT_BOOL standard = ole::ToFlag(systemCursors);
-    VARIANT arguments[] = {ByReference(shown), ByReference(standard)};
+    VARIANT arguments[] = {ole::ByReference(shown), ole::FlagByReference(standard)};
     Fire(feedbackEvent, arguments, 2);
     systemCursors = standard != VARIANT_FALSE;
 }
@@ -558,10 +526,10 @@ void ListView::OnGiveFeedback(DWORD& effect, bool& systemCursors) {
 void ListView::OnDrop(POINT screen, DWORD& effect) {
     const widgets::RowPtr row = rows_.HitTest(screen);
     if (!row) return;
-    ObjectVariable target(ObjectOf(row));
+    ole::ObjectVariable target(ObjectOf(row));
     long kind = static_cast<long>(objects_.ListedKind());
     auto had = static_cast<long>(effect);
-    VARIANT arguments[] = {target.ByReference(), ByReference(kind), ByReference(had)};
+    VARIANT arguments[] = {target.ByReference(), ole::ByReference(kind), ole::ByReference(had)};
     Fire(dropEvent, arguments, 3);
     effect = static_cast<DWORD>(had);
 }

@@ -186,6 +186,10 @@ void TakeErrorInfo(HRESULT result, EXCEPINFO& exception) noexcept {
     }
 }
 
+void NoteErrorWithoutCaller() noexcept {
+    OutputDebugStringW(L"An error of the user's input has no caller; it ends there.\n");
+}
+
 ExceptionInfo::~ExceptionInfo() {
     SysFreeString(bstrDescription);
     SysFreeString(bstrSource);

@@ -77,6 +77,9 @@ HRESULT Guard(std::wstring_view source, REFIID interfaceId, Work&& work) noexcep
     }
 }
 
+/// Inside a catch clause: tells a debugger of an error that has no caller, where it ends.
+void NoteErrorWithoutCaller() noexcept;
+
 /// Owns the strings of an EXCEPINFO.
 class ExceptionInfo : public EXCEPINFO {
 public:

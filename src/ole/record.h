@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ole/automation.h"
+#include "ole/error.h"
 #include "ole/object.h"
 #include "ole/text.h"
 
@@ -12,7 +13,17 @@ namespace ole {
 /// A class whose properties store values and give them back unchanged.
 template <class I, const GUID& classId>
 class Record : public Automation<I, classId> {
+public:
+    using Interface = I;
+    static const GUID& ClassId() { return classId; }
+
 protected:
+    /// The class is also an interface that stands for its objects alone; see `OwnRecord`.
+    void* FindInterface(REFIID id) override {
+        if (id == classId) return static_cast<I*>(this);
+        return Automation<I, classId>::FindInterface(id);
+    }
+
     HRESULT Read(const _bstr_t& from, BSTR* to) noexcept {
         return this->Run([&] { *to = from.copy(); });
     }
@@ -49,5 +60,23 @@ protected:
         return this->Run([&] { std::memcpy(&to, from, sizeof to); });
     }
 };
+
+/// Hands an object, or none, to a caller who owns it then.
+template <class T, class Interface>
+void Give(const Ref<T>& object, Interface** to) {
+    *to = Ref<Interface>(object.Get()).Detach();
+}
+
+/// The record of the class `T` that a host handed back, none for no object. Errors: 13 for another
+/// object.
+template <class T, class From>
+Ref<T> OwnRecord(From* object) {
+    if (object == nullptr) return {};
+    typename T::Interface* found = nullptr;
+    if (FAILED(object->QueryInterface(T::ClassId(), reinterpret_cast<void**>(&found)))) {
+        Throw(Number::typeMismatch);
+    }
+    return Adopt(static_cast<T*>(found));
+}
 
 }  // namespace ole

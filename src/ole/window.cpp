@@ -80,7 +80,7 @@ LRESULT CALLBACK Window::Procedure(HWND handle, UINT message, WPARAM wide, LPARA
     try {
         return window->OnMessage(message, wide, large);
     } catch (...) {
-        OutputDebugStringW(L"An error in a window procedure has no caller; it ends there.\n");
+        NoteErrorWithoutCaller();
         return 0;
     }
 }

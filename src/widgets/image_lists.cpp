@@ -21,9 +21,7 @@ void ImageLists::AddTo(ImageList& list, const Picture& picture, int dpi) {
 }
 
 void ImageLists::Add(std::wstring_view key, const Picture& small, const Picture& large, int dpi) {
-    if (!key.empty() && positions_.contains(std::wstring(key))) {
-        ole::Throw(ole::Number::keyNotUnique);
-    }
+    CheckFree(key);
     const int position = Count();
     AddTo(small_, small, dpi);
     try {
@@ -35,8 +33,29 @@ void ImageLists::Add(std::wstring_view key, const Picture& small, const Picture&
             ImageList_Remove(small_.get(), position);
         throw;
     }
+    Remember(key);
+}
+
+void ImageLists::Add(std::wstring_view key, const Picture& small, int dpi) {
+    CheckFree(key);
+    AddTo(small_, small, dpi);
+    Remember(key);
+}
+
+void ImageLists::CheckFree(std::wstring_view key) const {
+    if (!key.empty() && positions_.contains(std::wstring(key))) {
+        ole::Throw(ole::Number::keyNotUnique);
+    }
+}
+
+void ImageLists::Remember(std::wstring_view key) {
+    const int position = Count();
     keys_.emplace_back(key);
     if (!key.empty()) positions_.emplace(key, position);
+}
+
+Picture ImageLists::PictureAt(int position) const {
+    return Picture::FromIcon(ImageList_GetIcon(small_.get(), position, ILD_TRANSPARENT));
 }
 
 void ImageLists::Clear() {

@@ -26,6 +26,8 @@ public:
     /// Adds an image to both lists, or to none. Errors: 35602 for a key in use, 481 for a picture
     /// that cannot be drawn.
     void Add(std::wstring_view key, const Picture& small, const Picture& large, int dpi);
+    /// Adds an image where only small ones are shown. Errors: the same.
+    void Add(std::wstring_view key, const Picture& small, int dpi);
     void Clear();
 
     int Count() const { return static_cast<int>(keys_.size()); }
@@ -34,6 +36,9 @@ public:
     const std::wstring& Key(int position) const {
         return keys_[static_cast<std::size_t>(position)];
     }
+
+    /// A small image as a picture of its own.
+    Picture PictureAt(int position) const;
 
     HIMAGELIST Small() const { return small_.get(); }
     HIMAGELIST Large() const { return large_.get(); }
@@ -47,6 +52,9 @@ private:
 
     /// Adds a picture to a list, which is made first where there is none yet.
     static void AddTo(ImageList& list, const Picture& picture, int dpi);
+
+    void CheckFree(std::wstring_view key) const;
+    void Remember(std::wstring_view key);
 
     ImageList small_;
     ImageList large_;

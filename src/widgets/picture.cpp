@@ -148,8 +148,12 @@ Picture::Picture(IUnknown* object) : picture_(ole::Query<IPicture>(object)) {
 Picture Picture::FromFile(const std::wstring& path, int wanted) {
     const std::vector<std::byte> bytes = ReadAll(path);
     if (!IsIconFile(bytes)) return Picture(PictureOf(bytes));
-    OwnedIcon icon(static_cast<HICON>(
+    return FromIcon(static_cast<HICON>(
         LoadImageW(nullptr, path.c_str(), IMAGE_ICON, wanted, wanted, LR_LOADFROMFILE)));
+}
+
+Picture Picture::FromIcon(HICON owned) {
+    OwnedIcon icon(owned);
     if (!icon) ole::Throw(ole::Number::invalidPicture);
     return Picture(PictureOf(std::move(icon)));
 }

@@ -21,6 +21,12 @@ public:
     /// 53, 76, 70 and 75 for a file that cannot be read, 481 for one that is no picture.
     static Picture FromFile(const std::wstring& path, int wanted);
 
+    /// Takes over an icon. Errors: 481 for none.
+    static Picture FromIcon(HICON owned);
+
+    /// The picture object.
+    IPicture* Get() const { return picture_.Get(); }
+
     /// In pixels, at a resolution.
     SIZE Size(int dpi) const;
 

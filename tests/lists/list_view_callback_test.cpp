@@ -1,7 +1,7 @@
 #include <functional>
 
 #include "lists/list_view_fixture.h"
-#include "lists/picture_files.h"
+#include "support/picture_files.h"
 
 namespace support {
 namespace {

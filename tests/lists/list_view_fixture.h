@@ -11,12 +11,9 @@
 
 #include "support/fake_repository.h"
 #include "support/late_bound.h"
+#include "support/registered.h"
 
 namespace support {
-
-/// A new object of a class of the library, by its programmatic identifier. Fails the test where
-/// the class is not registered.
-[[nodiscard]] LateBound CreateRegistered(const std::wstring& className);
 
 /// A `ListView` made by its programmatic identifier, without a container, a small library of books
 /// to fill it with, and a reader of the system's list inside, which sees what any program sees that

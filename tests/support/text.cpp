@@ -113,10 +113,35 @@ constexpr std::array resultNames = {
 
 constexpr std::size_t longestShownText = 200;
 
+/// An object of a class that has a type library by its class, with its key where it has one.
+std::string DescribeRecord(IUnknown* object) {
+    const auto described = Query<IProvideClassInfo>(object);
+    const auto dispatch = Query<IDispatch>(object);
+    Ref<ITypeInfo> info;
+    _bstr_t name;
+    if (!described || !dispatch || FAILED(described->GetClassInfo(info.GetAddressOf())) ||
+        FAILED(
+            info->GetDocumentation(MEMBERID_NIL, name.GetAddress(), nullptr, nullptr, nullptr))) {
+        return "object";
+    }
+    wchar_t keyName[] = L"key";
+    wchar_t* names = keyName;
+    DISPID id = DISPID_UNKNOWN;
+    DISPPARAMS none = {};
+    _variant_t key;
+    if (FAILED(dispatch->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id)) ||
+        FAILED(dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                                &key, nullptr, nullptr)) ||
+        V_VT(&key) != VT_BSTR) {
+        return Utf8(name.GetBSTR());
+    }
+    return Utf8(name.GetBSTR()) + ' ' + Utf8(V_BSTR(&key));
+}
+
 std::string DescribeObject(IUnknown* object) {
     if (object == nullptr) return "Nothing";
     const auto labelled = Query<Labelled>(object);
-    return labelled ? labelled->Label() : "object";
+    return labelled ? labelled->Label() : DescribeRecord(object);
 }
 
 std::string DescribeString(BSTR text) {

@@ -1,4 +1,4 @@
-#include "lists/picture_files.h"
+#include "support/picture_files.h"
 
 #include <windows.h>
 

@@ -1,0 +1,83 @@
+#include "widgets/node_store.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace widgets {
+
+NodePtr NodeStore::Add(std::int32_t number, TreeNode& parent) {
+    const auto [place, added] = nodes_.try_emplace(number);
+    if (!added) return nullptr;
+    try {
+        place->second = std::make_shared<TreeNode>(number);
+    } catch (...) {
+        nodes_.erase(place);
+        throw;
+    }
+    TreeNode& node = *place->second;
+    node.parent_ = &parent;
+    node.previous_ = std::exchange(parent.last_, &node);
+    (node.previous_ != nullptr ? node.previous_->next_ : parent.first_) = &node;
+    return place->second;
+}
+
+NodePtr NodeStore::Find(std::int32_t number) const {
+    const auto found = nodes_.find(number);
+    return found != nodes_.end() ? found->second : nullptr;
+}
+
+bool NodeStore::Holds(const TreeNode& node) const {
+    return &node == &top_ || node.parent_ != nullptr;
+}
+
+void NodeStore::Remove(TreeNode& node) {
+    const std::vector<NodePtr> branch = BranchFromLeaves(node);
+    Unlink(node);
+    for (const NodePtr& each : branch) {
+        each->parent_ = each->first_ = each->last_ = each->previous_ = each->next_ = nullptr;
+        nodes_.erase(each->number_);
+    }
+}
+
+void NodeStore::Clear() {
+    const auto nodes = std::exchange(nodes_, {});
+    for (const auto& [number, node] : nodes) {
+        node->parent_ = node->first_ = node->last_ = node->previous_ = node->next_ = nullptr;
+    }
+    top_.first_ = top_.last_ = nullptr;
+}
+
+NodePtr NodeStore::ParentOf(const TreeNode& node) const {
+    return node.parent_ != nullptr ? Find(node.parent_->number_) : nullptr;
+}
+
+TreeNode* NodeStore::NextInBranch(const TreeNode& root, TreeNode& node) {
+    if (node.first_ != nullptr) return node.first_;
+    for (TreeNode* at = &node; at != &root; at = at->parent_) {
+        if (at->next_ != nullptr) return at->next_;
+    }
+    return nullptr;
+}
+
+std::vector<NodePtr> NodeStore::BranchFromLeaves(TreeNode& root) const {
+    // Parents first and children from the last, read from behind.
+    std::vector<TreeNode*> open = {&root};
+    std::vector<NodePtr> branch;
+    while (!open.empty()) {
+        TreeNode* const node = open.back();
+        open.pop_back();
+        branch.push_back(Find(node->number_));
+        for (TreeNode* child = node->first_; child != nullptr; child = child->next_) {
+            open.push_back(child);
+        }
+    }
+    std::reverse(branch.begin(), branch.end());
+    return branch;
+}
+
+void NodeStore::Unlink(TreeNode& node) {
+    (node.previous_ != nullptr ? node.previous_->next_ : node.parent_->first_) = node.next_;
+    (node.next_ != nullptr ? node.next_->previous_ : node.parent_->last_) = node.previous_;
+}
+
+}  // namespace widgets

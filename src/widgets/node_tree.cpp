@@ -1,0 +1,380 @@
+#include "widgets/node_tree.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "ole/error.h"
+#include "ole/handles.h"
+#include "ole/server.h"
+#include "ole/theme.h"
+#include "widgets/raised.h"
+
+namespace widgets {
+
+namespace {
+
+/// The window draws nothing for a moment.
+class Still {
+public:
+    explicit Still(HWND window) : window_(window) { SendMessageW(window_, WM_SETREDRAW, FALSE, 0); }
+    ~Still() { SendMessageW(window_, WM_SETREDRAW, TRUE, 0); }
+    Still(const Still&) = delete;
+    Still& operator=(const Still&) = delete;
+
+private:
+    HWND window_;
+};
+
+UINT BoxOf(const TreeNode& node, bool shown) {
+    if (!shown) return 0;
+    return INDEXTOSTATEIMAGEMASK(node.checked ? CheckBoxImages::checked
+                                              : CheckBoxImages::unchecked);
+}
+
+}  // namespace
+
+NodeTree::~NodeTree() {
+    if (handle_ == nullptr) return;
+    SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(system_));
+    SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
+    DestroyWindow(handle_);
+}
+
+void NodeTree::Create(HWND parent) {
+    const ole::ThemedScope themed;
+    constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASLINES | TVS_HASBUTTONS |
+                            TVS_SHOWSELALWAYS | TVS_INFOTIP;
+    handle_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"",
+                              style | (linesAtRoot_ ? DWORD{TVS_LINESATROOT} : 0) |
+                                  (editsLabels_ ? DWORD{TVS_EDITLABELS} : 0) |
+                                  (drags_ ? 0 : DWORD{TVS_DISABLEDRAGDROP}),
+                              0, 0, 0, 0, parent, nullptr, ole::ModuleHandle(), nullptr);
+    if (handle_ == nullptr) ole::Check(HRESULT_FROM_WIN32(GetLastError()));
+    SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    system_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+    if (indent_ != 0) SetIndent(indent_);
+    if (checkBoxes_) SetCheckBoxes(true);
+    SetImages(images_);
+    ForgetItems();
+    InsertLevel(nodes_.Top());
+    std::vector<NodePtr> open;
+    nodes_.Each([&](TreeNode& node) {
+        if (std::exchange(node.expanded, false)) open.push_back(nodes_.Find(node.Number()));
+    });
+    for (const NodePtr& node : open) {
+        Show(*node);
+        InsertLevel(*node);
+        Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(ItemOf(*node)));
+        node->expanded = true;
+    }
+}
+
+LRESULT NodeTree::Send(UINT message, WPARAM wide, LPARAM large) const {
+    if (handle_ == nullptr) return 0;
+    ++depth_;
+    const LRESULT answer = CallWindowProcW(system_, handle_, message, wide, large);
+    --depth_;
+    return answer;
+}
+
+LRESULT NodeTree::SetStyle(DWORD style, bool on) const {
+    const auto now = static_cast<DWORD>(GetWindowLongW(handle_, GWL_STYLE));
+    return SetWindowLongW(handle_, GWL_STYLE, static_cast<LONG>(on ? now | style : now & ~style));
+}
+
+HTREEITEM NodeTree::ItemOrRoot(const TreeNode& node) const {
+    return &node == &nodes_.Top() ? TVI_ROOT : ItemOf(node);
+}
+
+NodePtr NodeTree::NodeOf(HTREEITEM item) const {
+    if (item == nullptr) return nullptr;
+    TVITEMW asked = {};
+    asked.mask = TVIF_PARAM | TVIF_HANDLE;
+    asked.hItem = item;
+    if (!Send(TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&asked))) return nullptr;
+    const NodePtr node = nodes_.Find(static_cast<std::int32_t>(asked.lParam));
+    return node && node->item == item ? node : nullptr;
+}
+
+NodePtr NodeTree::Add(std::int32_t number, TreeNode* parent) {
+    TreeNode& place = parent != nullptr ? *parent : nodes_.Top();
+    const NodePtr node = nodes_.Add(number, place);
+    if (node && !place.childrenWait) {
+        place.childrenWait = true;
+        if (&place == &nodes_.Top() || place.item != nullptr) waiting_.push_back(place.Number());
+    }
+    return node;
+}
+
+void NodeTree::Sync() {
+    if (handle_ == nullptr) return;
+    for (const std::int32_t number : std::exchange(waiting_, {})) {
+        const NodePtr found = nodes_.Find(number);
+        TreeNode* const parent = number == nodes_.Top().Number() ? &nodes_.Top() : found.get();
+        if (parent == nullptr || !parent->childrenWait) continue;
+        if (IsOpenInWindow(*parent))
+            InsertLevel(*parent);
+        else
+            Redraw(*parent);
+    }
+}
+
+bool NodeTree::IsOpenInWindow(const TreeNode& node) const {
+    if (&node == &nodes_.Top()) return true;
+    const auto item = reinterpret_cast<WPARAM>(ItemOf(node));
+    return item != 0 && (Send(TVM_GETITEMSTATE, item, TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
+}
+
+void NodeTree::InsertLevel(TreeNode& parent) {
+    if (!parent.childrenWait) return;
+    parent.childrenWait = false;
+    const HTREEITEM place = ItemOrRoot(parent);
+    TreeNode* before = parent.LastChild();
+    while (before != nullptr && before->item == nullptr) before = before->Previous();
+    TreeNode* const first = before != nullptr ? before->Next() : parent.FirstChild();
+    if (first == nullptr) return;
+    const Still still(handle_);
+    if (IsOpenInWindow(parent)) {
+        // Where the level is seen, the system works out the lines below each new one.
+        HTREEITEM after = before != nullptr ? ItemOf(*before) : TVI_FIRST;
+        for (TreeNode* node = first; node != nullptr; node = node->Next()) {
+            after = Insert(*node, place, after);
+        }
+    } else {
+        // Backwards at one place: no system looks for the place again.
+        const HTREEITEM after = before != nullptr ? ItemOf(*before) : TVI_FIRST;
+        for (TreeNode* node = parent.LastChild(); node != before; node = node->Previous()) {
+            Insert(*node, place, after);
+        }
+    }
+}
+
+HTREEITEM NodeTree::Insert(TreeNode& node, HTREEITEM parent, HTREEITEM after) const {
+    TVINSERTSTRUCTW insert = {};
+    insert.hParent = parent;
+    insert.hInsertAfter = after;
+    TVITEMW& item = insert.item;
+    item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_CHILDREN | TVIF_PARAM;
+    item.pszText = LPSTR_TEXTCALLBACKW;
+    item.iImage = I_IMAGECALLBACK;
+    item.iSelectedImage = I_IMAGECALLBACK;
+    item.cChildren = I_CHILDRENCALLBACK;
+    item.lParam = node.Number();
+    if (checkBoxes_) {
+        item.mask |= TVIF_STATE;
+        item.stateMask = TVIS_STATEIMAGEMASK;
+        item.state = BoxOf(node, true);
+    }
+    const auto made =
+        reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+    if (made == nullptr) ole::Check(E_OUTOFMEMORY);
+    node.item = made;
+    return made;
+}
+
+void NodeTree::Show(TreeNode& node) {
+    std::vector<TreeNode*> way;
+    for (TreeNode* at = &node; at->item == nullptr && at != &nodes_.Top();) {
+        at = &nodes_.PlaceOf(*at);
+        way.push_back(at);
+    }
+    std::for_each(way.rbegin(), way.rend(), [this](TreeNode* at) { InsertLevel(*at); });
+}
+
+void NodeTree::Remove(TreeNode& node) {
+    TreeNode& place = nodes_.PlaceOf(node);
+    Doom(node);
+    nodes_.Remove(node);
+    if (place.FirstChild() == nullptr) Redraw(place);
+    RemoveDoomed();
+}
+
+void NodeTree::Clear() {
+    for (TreeNode* node = nodes_.Top().FirstChild(); node != nullptr; node = node->Next()) {
+        Doom(*node);
+    }
+    nodes_.Clear();
+    nodes_.Top().childrenWait = false;
+    waiting_.clear();
+    if (depth_ == 0 && removing_ == 0) {
+        doomed_.clear();
+        const Still still(handle_);
+        Send(TVM_SELECTITEM, TVGN_CARET, 0);
+        Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    }
+}
+
+void NodeTree::Doom(TreeNode& node) {
+    if (node.item == nullptr) return;
+    const HTREEITEM item = ItemOf(node);
+    // Those right below that were doomed before go with it.
+    while (!doomed_.empty() && doomed_.back().parent == item) doomed_.pop_back();
+    doomed_.push_back({item, ItemOrRoot(nodes_.PlaceOf(node))});
+}
+
+void NodeTree::RemoveDoomed() {
+    if (depth_ != 0 || removing_ != 0 || doomed_.empty()) return;
+    const std::vector<Doomed> doomed = std::exchange(doomed_, {});
+    const Still still(handle_);
+    for (const Doomed& each : doomed) {
+        Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(each.item));
+    }
+}
+
+void NodeTree::ForgetItems() {
+    doomed_.clear();
+    waiting_.clear();
+    const auto forget = [](TreeNode& node) {
+        node.item = nullptr;
+        node.childrenWait = node.FirstChild() != nullptr;
+    };
+    nodes_.Each(forget);
+    forget(nodes_.Top());
+}
+
+void NodeTree::Redraw(const TreeNode& node) const {
+    RECT place = {};
+    if (node.item == nullptr) return;
+    const HTREEITEM item = ItemOf(node);
+    std::memcpy(&place, &item, sizeof item);
+    // The whole line: the text may be longer now, and there may be a button in front of it.
+    if (!Send(TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&place))) return;
+    InvalidateRect(handle_, &place, TRUE);
+}
+
+void NodeTree::Check(TreeNode& node, bool checked) {
+    node.checked = checked;
+    if (node.item == nullptr || !checkBoxes_) return;
+    TVITEMW item = {};
+    item.mask = TVIF_STATE | TVIF_HANDLE;
+    item.hItem = ItemOf(node);
+    item.stateMask = TVIS_STATEIMAGEMASK;
+    item.state = BoxOf(node, true);
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
+void NodeTree::CheckAll(bool checked) {
+    nodes_.Each([&](TreeNode& node) { Check(node, checked); });
+}
+
+NodePtr NodeTree::Selected() const {
+    return NodeOf(reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)));
+}
+
+void NodeTree::Select(TreeNode& node) {
+    Show(node);
+    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(node)));
+    // Selecting a node opens those above it.
+    for (TreeNode* at = &nodes_.PlaceOf(node); at != &nodes_.Top(); at = &nodes_.PlaceOf(*at)) {
+        at->expanded = true;
+    }
+}
+
+void NodeTree::Open(const NodePtr& node) {
+    if (isUnfilled(*node)) onFill(node);
+    Sync();
+    if (!nodes_.Holds(*node) || node->FirstChild() == nullptr || handle_ == nullptr) return;
+    Show(*node);
+    InsertLevel(*node);
+    const Raised opening(opening_);
+    Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(ItemOf(*node)));
+    node->expanded = true;
+}
+
+NodePtr NodeTree::HitTest(POINT screen) {
+    TVHITTESTINFO hit = {};
+    hit.pt = screen;
+    ScreenToClient(handle_, &hit.pt);
+    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    return (hit.flags & TVHT_ONITEM) != 0 ? NodeOf(hit.hItem) : nullptr;
+}
+
+void NodeTree::SetCheckBoxes(bool shown) {
+    checkBoxes_ = shown;
+    if (handle_ == nullptr) return;
+    const Still still(handle_);
+    const HIMAGELIST list = shown ? checkBoxImages_.Get(handle_) : nullptr;
+    Send(TVM_SETIMAGELIST, TVSIL_STATE, reinterpret_cast<LPARAM>(list));
+    nodes_.Each([&](TreeNode& node) {
+        if (node.item == nullptr) return;
+        TVITEMW item = {};
+        item.mask = TVIF_STATE | TVIF_HANDLE;
+        item.hItem = ItemOf(node);
+        item.stateMask = TVIS_STATEIMAGEMASK;
+        item.state = BoxOf(node, shown);
+        Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    });
+}
+
+void NodeTree::SetEditsLabels(bool edits) {
+    editsLabels_ = edits;
+    if (handle_ != nullptr) SetStyle(TVS_EDITLABELS, edits);
+}
+
+void NodeTree::SetDrags(bool drags) {
+    drags_ = drags;
+    if (handle_ != nullptr) SetStyle(TVS_DISABLEDRAGDROP, !drags);
+}
+
+void NodeTree::SetIndent(int indent) {
+    indent_ = indent;
+    Send(TVM_SETINDENT, static_cast<WPARAM>(indent));
+}
+
+void NodeTree::SetImages(const ImageLists* images) {
+    images_ = images;
+    Send(TVM_SETIMAGELIST, TVSIL_NORMAL,
+         reinterpret_cast<LPARAM>(images != nullptr ? images->Small() : nullptr));
+}
+
+void NodeTree::SetColors(COLORREF text, COLORREF background) {
+    textColor_ = text;
+    background_ = background;
+    Send(TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(text));
+    Send(TVM_SETBKCOLOR, 0, static_cast<LPARAM>(background));
+}
+
+void NodeTree::SetFont(HFONT font) {
+    font_ = font;
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+void NodeTree::SetSize(SIZE size) {
+    SetWindowPos(handle_, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void NodeTree::Draw(HDC context, const RECT& bounds) {
+    RECT box = bounds;
+    const ole::Brush background(CreateSolidBrush(background_));
+    FillRect(context, &box, background.Get());
+    DrawEdge(context, &box, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
+    const ole::Selected font(context, font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT));
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, textColor_);
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(context, &metrics);
+    const LONG height = metrics.tmHeight + metrics.tmHeight / 3;
+    LONG top = box.top;
+    LONG depth = 1;
+    const TreeNode* node = nodes_.Top().FirstChild();
+    while (node != nullptr && top < box.bottom) {
+        RECT line = {box.left + depth * height, top, box.right, std::min(top + height, box.bottom)};
+        DrawTextW(context, node->text.c_str(), static_cast<int>(node->text.size()), &line,
+                  DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX | DT_END_ELLIPSIS);
+        top += height;
+        if (node->expanded && node->FirstChild() != nullptr) {
+            node = node->FirstChild();
+            ++depth;
+            continue;
+        }
+        while (node->Next() == nullptr && &nodes_.PlaceOf(*node) != &nodes_.Top()) {
+            node = &nodes_.PlaceOf(*node);
+            --depth;
+        }
+        node = node->Next();
+    }
+}
+
+}  // namespace widgets
