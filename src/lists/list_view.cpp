@@ -330,7 +330,7 @@ HRESULT ListView::get_Enabled(VARIANT_BOOL* value) {
 HRESULT ListView::put_Enabled(VARIANT_BOOL* value) {
     return Run([&] {
         enabled_ = *value != VARIANT_FALSE;
-        EnableWindow(List().Handle(), enabled_);
+        List().Enable(enabled_);
     });
 }
 
@@ -348,7 +348,7 @@ HWND ListView::FocusWindow() {
 
 void ListView::CreateInner(HWND outer) {
     rows_.Create(outer);
-    EnableWindow(rows_.Handle(), enabled_);
+    rows_.Enable(enabled_);
     if (drops_) dropTarget_.Open(rows_.Handle());
 }
 

@@ -324,10 +324,20 @@ void RowList::SetImages(const ImageLists* images) {
     };
     set(LVSIL_SMALL, images != nullptr ? images->Small() : nullptr);
     set(LVSIL_NORMAL, images != nullptr ? images->Large() : nullptr);
+    // Without images the system would leave their room out, and hardly any for the texts.
+    const bool any = images != nullptr && images->Large() != nullptr;
+    Send(LVM_SETICONSPACING, 0,
+         any ? -1
+             : MAKELPARAM(GetSystemMetrics(SM_CXICONSPACING), GetSystemMetrics(SM_CYICONSPACING)));
 }
 
 void RowList::SetSize(SIZE size) {
     SetWindowPos(handle_, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void RowList::Enable(bool enabled) {
+    EnableWindow(handle_, enabled);
+    RedrawAll();
 }
 
 void RowList::SetState(int position, UINT state, UINT mask) const {

@@ -93,6 +93,8 @@ public:
     void SetFont(HFONT font);
     void SetImages(const ImageLists* images);
     void SetSize(SIZE size);
+    /// Rows of a disabled list are grey.
+    void Enable(bool enabled);
 
     std::optional<LRESULT> OnParentMessage(UINT message, WPARAM wide, LPARAM large);
     bool UsesKey(const MSG& message) const;

@@ -44,9 +44,16 @@ LRESULT RowList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     const auto position = static_cast<int>(draw.nmcd.dwItemSpec);
     const Row::Extras* more =
         IsAt(position) ? rows_.At(static_cast<std::size_t>(position))->MaybeMore() : nullptr;
-    if (more == nullptr) return CDRF_DODEFAULT;
-    if (more->color) draw.clrText = *more->color;
-    if (!more->bold) return CDRF_DODEFAULT;
+    if (more != nullptr && more->color) draw.clrText = *more->color;
+    if (!IsWindowEnabled(handle_)) {
+        draw.clrText = GetSysColor(COLOR_GRAYTEXT);
+        // The system has a colour of its own for the texts of selected rows.
+        if ((draw.nmcd.uItemState & CDIS_SELECTED) != 0) {
+            draw.nmcd.uItemState &= ~UINT{CDIS_SELECTED};
+            draw.clrTextBk = GetSysColor(COLOR_BTNFACE);
+        }
+    }
+    if (more == nullptr || !more->bold) return CDRF_DODEFAULT;
     if (!boldFont_) {
         LOGFONTW description = {};
         GetObjectW(font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT), sizeof(description),

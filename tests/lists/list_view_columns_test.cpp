@@ -178,6 +178,33 @@ TEST_F(ListViewColumns, EnabledIsTrueAtFirstAndReachesTheWindow) {
     EXPECT_TRUE(IsWindowEnabled(List()));
 }
 
+TEST_F(ListViewColumns, RowsOfADisabledListAreGrey) {
+    AddColumns({"Name"});
+    ASSERT_TRUE(list.Call("AddNode", trees));
+    const auto textColor = [this](UINT state = 0) {
+        NMLVCUSTOMDRAW draw = {};
+        draw.nmcd.uItemState = state;
+        draw.nmcd.hdr = {List(), 0, static_cast<UINT>(NM_CUSTOMDRAW)};
+        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+        draw.clrText = 0x123456;
+        SendMessageW(GetParent(List()), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&draw));
+        EXPECT_TRUE((draw.nmcd.uItemState & CDIS_SELECTED) == 0 || draw.clrText == 0x123456u)
+            << "selected rows have the system's own colour";
+        return draw.clrText;
+    };
+    EXPECT_EQ(textColor(), 0x123456u);
+    list.Put("Enabled", false);
+    EXPECT_EQ(textColor(), GetSysColor(COLOR_GRAYTEXT));
+    EXPECT_EQ(textColor(CDIS_SELECTED), GetSysColor(COLOR_GRAYTEXT));
+    list.Put("Enabled", true);
+    EXPECT_EQ(textColor(), 0x123456u);
+}
+
+TEST_F(ListViewColumns, IconsAreAsFarApartAsTheSystemWantsWithoutImagesToo) {
+    EXPECT_EQ(LOWORD(SendMessageW(List(), LVM_GETITEMSPACING, FALSE, 0)),
+              GetSystemMetrics(SM_CXICONSPACING));
+}
+
 TEST_F(ListViewColumns, TheInnerWindowIsAnOrdinaryListWithManySelectableRows) {
     EXPECT_EQ(Style() & LVS_SINGLESEL, 0u);
     EXPECT_EQ(Style() & LVS_EDITLABELS, 0u);
