@@ -246,6 +246,13 @@ void Store::Remove(const MetaTypeRef& type) {
         throw Error(Number::permissionDenied, "The meta type \"" + type->name + "\" is in use");
     }
     database_->Cached("DELETE FROM meta_type WHERE id = ?1").Execute(type->id);
+    if (type->enumeration) {
+        database_
+            ->Cached(
+                "DELETE FROM meta_enum WHERE id = ?1 "
+                "AND NOT EXISTS(SELECT 1 FROM meta_type WHERE enumeration = ?1)")
+            .Execute(type->enumeration->id);
+    }
     Resync();
     change.Commit();
 }

@@ -73,6 +73,23 @@ TEST_F(MetaModelTest, MetaLinksStandInTheListsOfTheirEnds) {
     EXPECT_EQ(small.livesIn->linkName, "lives in");
 }
 
+TEST_F(MetaModelTest, AnEnumerationGoesWithTheLastMetaTypeThatHasIt) {
+    const auto kind = store->MakeEnum("Kind", {"A", "B"});
+    const auto type = store->MakeMetaType("Kind", DataType::string, "", kind);
+    const auto other = store->MakeMetaType("Other kind", DataType::string, "", kind);
+    store->Remove(type);
+    EXPECT_EQ(store->Meta().enumerations.Find("Kind"), kind);
+    store->Remove(other);
+    EXPECT_FALSE(store->Meta().enumerations.Find("Kind"));
+    EXPECT_TRUE(kind->removed);
+    store->Undo();
+    EXPECT_EQ(store->Meta().enumerations.Find("Kind"), kind);
+    EXPECT_EQ(store->Meta().types.Find("Other kind")->enumeration, kind);
+    EXPECT_THAT(Names(kind->atoms), testing::ElementsAre("A", "B"));
+    store->Redo();
+    EXPECT_TRUE(store->MakeEnum("Kind", {"C"}));
+}
+
 TEST_F(MetaModelTest, RenamedIsFoundUnderTheNewNameOnly) {
     store->Rename(MetaObjectRef(small.person), "Human");
     EXPECT_EQ(store->Meta().nodes.Find("human"), small.person);
