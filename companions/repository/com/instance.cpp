@@ -8,8 +8,8 @@ namespace {
 
 /// A property that an object has under that name: one of its meta object's, or one that every
 /// object has, however the meta object calls it.
-const store::MetaProperty* FindProperty(const store::MetaObject& meta, const std::string& name) {
-    if (const auto declared = meta.properties.Find(name)) return declared.get();
+store::MetaPropertyRef FindProperty(const store::MetaObject& meta, const std::string& name) {
+    if (const auto declared = meta.properties.Find(name)) return declared;
     const std::string folded = store::FoldCase(name);
     store::Role role = store::Role::value;
     if (folded == "name") role = store::Role::name;
@@ -17,18 +17,19 @@ const store::MetaProperty* FindProperty(const store::MetaObject& meta, const std
     if (folded == "description") role = store::Role::description;
     if (role == store::Role::value) return nullptr;
     for (const auto& property : meta.properties) {
-        if (property->role == role) return property.get();
+        if (property->role == role) return property;
     }
     return nullptr;
 }
 
-const store::MetaProperty& Demand(const store::Object& object, const std::string& name) {
-    const store::MetaProperty* property = FindProperty(*object.meta, name);
-    if (property == nullptr) {
+/// Held by the caller: the meta model lets go of it when another program has removed it.
+store::MetaPropertyRef Demand(const store::Object& object, const std::string& name) {
+    const store::MetaPropertyRef property = FindProperty(*object.meta, name);
+    if (!property) {
         Throw(store::Number::invalidCall,
               "\"" + object.meta->name + "\" has no property \"" + name + "\"");
     }
-    return *property;
+    return property;
 }
 
 bool IsEmptyText(const store::Value& value) {
@@ -40,13 +41,14 @@ bool IsEmptyText(const store::Value& value) {
 
 _variant_t ReadProperty(store::Store& store, const store::ObjectRef& object,
                         const std::string& name) {
-    const store::MetaProperty& property = Demand(*object, name);
-    return ToVariant(store.GetValue(*object, property), property);
+    const store::MetaPropertyRef property = Demand(*object, name);
+    return ToVariant(store.GetValue(*object, *property), *property);
 }
 
 void WriteProperty(store::Store& store, const store::ObjectRef& object, const std::string& name,
                    const _variant_t& value) {
-    WriteProperty(store, object, Demand(*object, name), value);
+    const store::MetaPropertyRef property = Demand(*object, name);
+    WriteProperty(store, object, *property, value);
 }
 
 void WriteProperty(store::Store& store, const store::ObjectRef& object,

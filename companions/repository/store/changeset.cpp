@@ -47,6 +47,14 @@ Recorder::Recorder(Database& database, std::span<const char* const> tables) : da
     for (const char* table : tables) database.Check(sqlite3session_attach(made, table));
 }
 
+void Recorder::Pause() {
+    sqlite3session_enable(session_.get(), 0);
+}
+
+void Recorder::Resume() {
+    sqlite3session_enable(session_.get(), 1);
+}
+
 Bytes Recorder::Changeset() const {
     int size = 0;
     void* data = nullptr;

@@ -17,6 +17,10 @@ class Recorder {
 public:
     Recorder(Database& database, std::span<const char* const> tables);
 
+    /// What changes while it pauses is not recorded.
+    void Pause();
+    void Resume();
+
     /// The rows that differ from the beginning, with their old and new content, in SQLite's
     /// changeset format; nothing where none does.
     Bytes Changeset() const;

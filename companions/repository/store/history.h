@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,12 @@ public:
     /// become too large.
     void Measure();
 
+    /// To be called where a part of the change begins that may be taken back by itself; each such
+    /// part ends with one of the others: kept, or taken back when it is no longer in the file.
+    void EnterPart();
+    void LeavePart();
+    void TakeBackPart() noexcept;
+
     /// To be called before a name is changed that has to be unique: two such changes could be in
     /// each other's way when their rows are written at once. What follows is taken back by itself.
     void Divide();
@@ -51,17 +58,34 @@ private:
         std::string name;
     };
 
+    /// What was recorded up to a `Divide`. Its recorder can go on where what came after it is taken
+    /// back.
+    struct Piece {
+        Bytes changeset;
+        std::unique_ptr<Recorder> recorder;
+    };
+
+    /// Closes the piece that is recorded and begins another one.
+    void EndPiece();
+    void ReturnTo(std::size_t piece);
+    void GiveUp();
+    /// Lets go of what is only needed as long as parts may be taken back.
+    void Settle();
+    std::int64_t PiecesSize() const;
+
     Step LastDone();
     Step FirstUndone();
-    std::vector<Bytes> Parts(const Step& step, Direction direction);
+    std::vector<Bytes> Changesets(const Step& step, Direction direction);
     void Travel(const Step& step, Direction direction);
-    void Insert(const std::string& name, const std::vector<const Bytes*>& parts, std::int64_t size);
+    void Insert(const std::string& name, const std::vector<const Bytes*>& changesets,
+                std::int64_t size);
 
     Database* database_ = nullptr;
     std::unique_ptr<Recorder> recorder_;
-    /// What was recorded before the last `Divide`.
-    std::vector<Bytes> parts_;
-    std::int64_t partsSize_ = 0;
+    std::vector<Piece> pieces_;
+    /// How many pieces there were when each open part began; none where nothing was recorded by
+    /// then.
+    std::vector<std::optional<std::size_t>> parts_;
     bool tooLarge_ = false;
 };
 

@@ -35,7 +35,7 @@ struct MetaType : Element {
 enum class Role { value = 0, name = 1, identifier = 2, description = 3 };
 
 /// A property that the instances of a meta node or meta link have.
-struct MetaProperty : Element {
+struct MetaProperty : Element, std::enable_shared_from_this<MetaProperty> {
     std::weak_ptr<MetaObject> owner;
     std::string description;
     std::shared_ptr<MetaType> type;

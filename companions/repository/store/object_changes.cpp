@@ -154,6 +154,7 @@ void Store::Remove(const ObjectRef& object) {
 }
 
 Value Store::GetValue(Object& object, const MetaProperty& property) {
+    const auto held = property.shared_from_this();
     Update(object);
     RequireLive(object);
     switch (property.role) {
@@ -173,6 +174,7 @@ Value Store::GetValue(Object& object, const MetaProperty& property) {
 }
 
 bool Store::HasValue(Object& object, const MetaProperty& property) {
+    const auto held = property.shared_from_this();
     if (property.role != Role::value) return !TextOrNone(GetValue(object, property)).empty();
     Update(object);
     RequireLive(object);
@@ -180,6 +182,7 @@ bool Store::HasValue(Object& object, const MetaProperty& property) {
 }
 
 void Store::SetValue(const ObjectRef& object, const MetaProperty& property, const Value& value) {
+    const auto held = property.shared_from_this();
     if (GetValue(*object, property) == value && !IsOutdated()) return;
     ChangeScope change(*this, "Set", property.name);
     const Value before = GetValue(*object, property);

@@ -107,6 +107,13 @@ std::uint64_t Store::Edition() const {
     return version_ + static_cast<std::uint64_t>(database_->TotalChanges());
 }
 
+void Store::RequireNotLost() const {
+    if (!IsLost()) return;
+    throw Error(Number::deviceError,
+                "The change was lost when the repository file could not be written; it can only be "
+                "cancelled");
+}
+
 void Store::RequireNoChange(const char* action) const {
     if (depth_ == 0) return;
     throw Error(Number::invalidCall,
@@ -144,12 +151,26 @@ void Store::Resync() {
     dataVersion_ = database_->DataVersion();
 }
 
+void Store::ShowFile() noexcept {
+    try {
+        Resync();
+    } catch (const std::exception&) {
+        // The next change finds out that it has to be done.
+        dataVersion_ = -1;
+    }
+}
+
 void Store::BeginChange(std::string_view name) {
     begun_.push_back(std::make_unique<ChangeScope>(*this, name));
 }
 
 void Store::EndChange() {
-    Begun().Commit();
+    try {
+        Begun().Commit();
+    } catch (...) {
+        if (IsLost()) ShowFile();
+        throw;
+    }
     begun_.pop_back();
 }
 
@@ -210,42 +231,46 @@ void Store::Finish(Transaction& transaction) {
 
 Store::ChangeScope::ChangeScope(Store& store, std::string_view verb, std::string_view what)
     : store_(store), depth_(store.depth_) {
+    store_.RequireNotLost();
     transaction_.emplace(*store_.database_, depth_);
+    // The texts may belong to what is read anew.
+    Name(verb, what);
     if (depth_ == 0) {
         if (store_.IsOutdated()) store_.Resync();
-        store_.changeName_.clear();
         store_.history_.Record();
     } else {
-        store_.history_.Measure();
-    }
-    if (store_.changeName_.empty() && !verb.empty()) {
-        store_.changeName_ = verb;
-        if (!what.empty()) store_.changeName_ += " \"" + Shortened(what) + "\"";
-        givesName_ = true;
+        store_.history_.EnterPart();
     }
     changesBefore_ = store_.database_->TotalChanges();
     ++store_.depth_;
 }
 
+void Store::ChangeScope::Name(std::string_view verb, std::string_view what) {
+    if (depth_ == 0) store_.changeName_.clear();
+    if (!store_.changeName_.empty() || verb.empty()) return;
+    store_.changeName_ = verb;
+    if (!what.empty()) store_.changeName_ += " \"" + Shortened(what) + "\"";
+    givesName_ = true;
+}
+
 Store::ChangeScope::~ChangeScope() {
     if (!transaction_) return;
     store_.AbandonInside(depth_);
-    store_.depth_ = depth_;
-    if (depth_ == 0) store_.history_.Stop();
     if (givesName_) store_.changeName_.clear();
     const bool changed = store_.database_->TotalChanges() != changesBefore_;
     transaction_.reset();
-    if (!changed) return;
-    try {
-        store_.Resync();
-    } catch (const std::exception&) {
-        // The next change finds out that it has to be done.
-        store_.dataVersion_ = -1;
+    store_.depth_ = depth_;
+    if (depth_ == 0) {
+        store_.history_.Stop();
+    } else {
+        store_.history_.TakeBackPart();
     }
+    if (changed || store_.IsLost()) store_.ShowFile();
 }
 
 void Store::ChangeScope::Commit() {
     store_.AbandonInside(depth_);
+    store_.RequireNotLost();
     if (depth_ == 0 && store_.database_->TotalChanges() != changesBefore_) {
         store_.Finish(*transaction_);
     } else {
@@ -253,13 +278,18 @@ void Store::ChangeScope::Commit() {
     }
     transaction_.reset();
     store_.depth_ = depth_;
-    if (depth_ == 0) store_.history_.Stop();
+    if (depth_ == 0) {
+        store_.history_.Stop();
+    } else {
+        store_.history_.LeavePart();
+    }
 }
 
 void Store::ChangeScope::Abandon() {
     transaction_->Release();
     transaction_.reset();
     store_.depth_ = depth_;
+    if (depth_ > 0) store_.history_.LeavePart();
 }
 
 }  // namespace repository::store

@@ -68,7 +68,9 @@ public:
     /// Begins a change that `EndChange` completes or `CancelChange` takes back, and that may
     /// contain others. Only when the outermost one has ended is it on the disk, and until then
     /// other programs cannot change the file. When `EndChange` fails the change is still open.
-    /// Errors: 5 where none was begun, or not here but around the change that is now at work.
+    /// A change that is open when the file cannot be written (57, 61) may be lost as a whole; then
+    /// everything fails (57) until it is cancelled. Errors: 5 where none was begun, or not here but
+    /// around the change that is now at work.
     void BeginChange(std::string_view name);
     void EndChange();
     void CancelChange();
@@ -108,7 +110,8 @@ public:
     /// ones stay (70).
     void Remove(const MetaObjectRef& object);
 
-    /// Removes an enumerated or own meta type that no property uses (70).
+    /// Removes an enumerated or own meta type that no property uses (70), with the enumeration that
+    /// no other one has.
     void Remove(const MetaTypeRef& type);
 
     void Rename(const MetaPropertyRef& property, const std::string& name);
@@ -161,8 +164,10 @@ public:
     /// Removes a node with its links, or a link.
     void Remove(const ObjectRef& object);
 
-    /// The value that is set, else the property's default. The property has to be one of the
-    /// object's meta object.
+    // The property has to be one of the object's meta object. These hold it while they are at work:
+    // they may find out that another program has removed it.
+
+    /// The value that is set, else the property's default.
     Value GetValue(Object& object, const MetaProperty& property);
     /// Whether an object has a value of its own.
     bool HasValue(Object& object, const MetaProperty& property);
@@ -228,6 +233,8 @@ private:
         int Depth() const { return depth_; }
 
     private:
+        void Name(std::string_view verb, std::string_view what);
+
         Store& store_;
         const int depth_;
         std::optional<Transaction> transaction_;
@@ -237,6 +244,9 @@ private:
 
     Store();
 
+    /// Whether a failure to write the file has taken back the open changes, all at once.
+    bool IsLost() const { return depth_ > 0 && !database_->InTransaction(); }
+    void RequireNotLost() const;
     /// Throws in the middle of a change; `action` is what cannot be done then.
     void RequireNoChange(const char* action) const;
     /// The innermost change that was begun and has not ended.
@@ -254,6 +264,8 @@ private:
     void Use(std::unique_ptr<Database> database, std::string path);
     /// Reads the meta model, and makes all held records out of date.
     void Resync();
+    /// The same, later if it is not possible now.
+    void ShowFile() noexcept;
 
     MetaPropertyRef InsertProperty(const MetaObjectRef& owner, const std::string& name,
                                    const MetaTypeRef& type, const std::string& description,

@@ -137,5 +137,16 @@ TEST_F(FileTest, TwoRepositoryObjectsOnOneFileKnowOfEachOther) {
     EXPECT_EQ(ErrorOf(ben.Call("parent")), 35601);
 }
 
+TEST_F(FileTest, APropertyThatAnotherProgramRemovesIsReported) {
+    const std::wstring file = scratch.File(L"a.orv");
+    ASSERT_TRUE(rep.Do("SaveAs", file));
+    const LateBound other(Component().Create("Repository"));
+    ASSERT_TRUE(other.Do("Open", file));
+    const LateBound theirs = ObjectIn(other.Call("Objects", "p1"));
+    ASSERT_TRUE(rep.Do("RemoveClass", age.Get()));
+    EXPECT_EQ(ErrorOf(theirs.Call("SetProperty", "Age", 8)), 35601);
+    EXPECT_EQ(ErrorOf(theirs.Call("SetProperty", "Age", 8)), 5);
+}
+
 }  // namespace
 }  // namespace repository

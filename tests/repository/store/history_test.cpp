@@ -152,6 +152,83 @@ TEST_F(HistoryTest, ACancelledPartLeavesTheRest) {
     EXPECT_EQ(small.anna->name, "Anna");
 }
 
+TEST_F(HistoryTest, ACancelledPartWithARenamedTypeLeavesTheRest) {
+    store->BeginChange("Outer");
+    store->Rename(small.anna, "Hanna");
+    store->BeginChange("Inner");
+    store->MakeNode(small.house, "h2", "Villa");
+    store->SetValue(small.ben, *small.age, std::int32_t{7});
+    store->Rename(small.house, "Building");
+    store->BeginChange("Innermost");
+    store->Rename(small.age, "Years");
+    store->MakeNode(small.house, "h3", "Palace");
+    store->CancelChange();
+    store->Rename(small.house, "Home");
+    store->CancelChange();
+    store->MakeNode(small.house, "h4", "Hut");
+    store->Rename(small.person, "Human");
+    store->EndChange();
+    store->Undo();
+    EXPECT_FALSE(store->Find("h4"));
+    store->Update(*small.anna);
+    EXPECT_EQ(small.anna->name, "Anna");
+    EXPECT_EQ(small.person->name, "Person");
+    store->Redo();
+    EXPECT_TRUE(store->Find("h4"));
+    EXPECT_FALSE(store->Find("h2"));
+    EXPECT_FALSE(store->Find("h3"));
+    EXPECT_EQ(small.house->name, "House");
+    EXPECT_EQ(small.age->name, "Age");
+    EXPECT_EQ(AgeOf(*store, small.ben), Value());
+    EXPECT_EQ(small.person->name, "Human");
+    store->Undo();
+    EXPECT_EQ(store->RedoName(), "Outer");
+}
+
+TEST_F(HistoryTest, ARenamedTypeInAPartThatStaysIsUndoneWithTheWhole) {
+    store->BeginChange("Outer");
+    store->MakeNode(small.house, "h2", "Villa");
+    store->BeginChange("Inner");
+    store->Rename(small.house, "Building");
+    store->EndChange();
+    store->BeginChange("Another");
+    store->Rename(small.house, "Home");
+    store->CancelChange();
+    store->EndChange();
+    store->Undo();
+    EXPECT_EQ(small.house->name, "House");
+    EXPECT_FALSE(store->Find("h2"));
+    store->Redo();
+    EXPECT_EQ(small.house->name, "Building");
+    EXPECT_TRUE(store->Find("h2"));
+}
+
+TEST_F(HistoryTest, ACancelledPartThatIsTooLargeLeavesTheHistory) {
+    store->SaveAs(":memory:");
+    const auto note =
+        store->MakeProperty(small.house, "Note", store->Meta().types.Find("NOTE"), "");
+    const ObjectRef cottage = store->Find("h1");
+    store->BeginChange("Outer");
+    store->Rename(cottage, "Hut");
+    store->BeginChange("Inner");
+    for (int i = 0; i < 40; ++i) {
+        store->SetValue(store->MakeNode(small.house, "x" + std::to_string(i), ""), *note,
+                        std::string(1 << 20, 'x'));
+    }
+    store->CancelChange();
+    store->MakeNode(small.house, "h2", "Villa");
+    store->EndChange();
+    EXPECT_EQ(store->UndoName(), "Outer");
+    store->Undo();
+    store->Update(*cottage);
+    EXPECT_EQ(cottage->name, "Cottage");
+    EXPECT_FALSE(store->Find("h2"));
+    EXPECT_EQ(store->UndoName(), "Make \"Note\"");
+    store->Redo();
+    EXPECT_TRUE(store->Find("h2"));
+    EXPECT_FALSE(store->Find("x0"));
+}
+
 TEST_F(HistoryTest, ChangesThatWereNotBegunAreNotEnded) {
     EXPECT_EQ(NumberOf([&] { store->EndChange(); }), Number::invalidCall);
     EXPECT_EQ(NumberOf([&] { store->CancelChange(); }), Number::invalidCall);

@@ -50,6 +50,25 @@ TEST_F(TwoPrograms, ANodeOfAMetaNodeThatTheOtherMadeCanBeRead) {
     EXPECT_EQ(paris->meta->name, "City");
 }
 
+TEST_F(TwoPrograms, APropertyThatTheOtherRemovedIsNotSet) {
+    const ObjectRef anna = theirs->Find("p1");
+    // Only the meta model holds it.
+    const MetaProperty& age = *theirs->Meta().nodes.Find("Person")->properties.Find("Age");
+    mine->Remove(small.age);
+    EXPECT_EQ(NumberOf([&] { theirs->SetValue(anna, age, std::int32_t{8}); }),
+              Number::elementNotFound);
+    EXPECT_FALSE(theirs->Meta().nodes.Find("Person")->properties.Find("Age"));
+}
+
+TEST_F(TwoPrograms, WhatTheOtherRenamedCanBeRenamedHere) {
+    theirs->Rename(theirs->Meta().nodes.Find("Person"), std::string(100, 'x'));
+    theirs->Rename(theirs->Meta().nodes.Find("House")->properties.Find("Name"),
+                   std::string(100, 'y'));
+    mine->Rename(small.person, "Human");
+    EXPECT_EQ(small.person->name, "Human");
+    EXPECT_EQ(mine->UndoName(), "Rename \"Person\"");
+}
+
 TEST_F(TwoPrograms, RemovedByTheOtherAndMadeAnewIsAnotherObject) {
     theirs->Remove(theirs->Find("p2"));
     theirs->MakeNode(theirs->Meta().nodes.Find("Person"), "p2", "Benno");
