@@ -8,6 +8,16 @@ std::wstring TextOf(const _variant_t& value) {
     return {static_cast<const wchar_t*>(text), text.length()};
 }
 
+std::wstring CaptionOf(const hosting::LateBound& object) {
+    const std::wstring name = TextOf(object.Get(L"name"));
+    return name.empty() ? TextOf(object.Get(L"identifier")) : name;
+}
+
+bool IsBuiltIn(const hosting::LateBound& metaNode) {
+    const std::wstring name = TextOf(metaNode.Get(L"name"));
+    return name == L"MetaNode" || name == L"MetaLink" || name == L"MetaProperty";
+}
+
 bool IsSame(const hosting::LateBound& left, const hosting::LateBound& right) {
     const auto leftIdentity = hosting::Query<IUnknown>(left.Get());
     const auto rightIdentity = hosting::Query<IUnknown>(right.Get());

@@ -10,6 +10,12 @@ namespace explorer {
 /// The text of a value, empty for Empty and Null. Throws where it has none.
 [[nodiscard]] std::wstring TextOf(const _variant_t& value);
 
+/// For people: an object's name, or its identifier where it has none.
+[[nodiscard]] std::wstring CaptionOf(const hosting::LateBound& object);
+
+/// Whether a meta node is one of the types of the meta model itself, which nobody browses.
+[[nodiscard]] bool IsBuiltIn(const hosting::LateBound& metaNode);
+
 /// Whether both are the same object.
 [[nodiscard]] bool IsSame(const hosting::LateBound& left, const hosting::LateBound& right);
 

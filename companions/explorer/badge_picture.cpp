@@ -5,6 +5,7 @@
 
 #include <olectl.h>
 
+#include <algorithm>
 #include <span>
 
 namespace explorer {
@@ -78,22 +79,10 @@ std::uint32_t Mix(std::uint32_t under, std::uint32_t over, std::uint32_t share) 
     return Mix(under, over, share, 16) | Mix(under, over, share, 8) | Mix(under, over, share, 0);
 }
 
-void Paint(const Canvas& canvas, const Badge& badge, int size) {
-    const BadgeShape shape = Rasterize(badge, size);
-    const std::vector<std::uint8_t> sign = badge.letter ? CoverOf(badge.letter, size) : shape.arrow;
-    const std::uint32_t signColor = badge.filled ? white : badge.color;
-    for (std::size_t index = 0; index < canvas.pixels.size(); ++index) {
-        const std::uint32_t frame = shape.frame[index];
-        const std::uint32_t over = sign[index];
-        // A sign over a frame's empty inside has only its own cover.
-        const std::uint32_t alpha = frame + over * (255 - frame) / 255;
-        canvas.pixels[index] = alpha << 24 | Mix(badge.color, signColor, over);
-    }
-}
-
 HICON MakeIcon(const Badge& badge, int size) {
     const Canvas canvas(size);
-    Paint(canvas, badge, size);
+    const auto pixels = MakePixels(badge, size);
+    std::copy(pixels.begin(), pixels.end(), canvas.pixels.begin());
     const std::vector<std::uint8_t> opaque(static_cast<std::size_t>((size + 15) / 16 * 2 * size));
     const OwnedBitmap mask(CreateBitmap(size, size, 1, 1, opaque.data()));
     ICONINFO info{};
@@ -106,6 +95,21 @@ HICON MakeIcon(const Badge& badge, int size) {
 }
 
 }  // namespace
+
+std::vector<std::uint32_t> MakePixels(const Badge& badge, int size) {
+    const BadgeShape shape = Rasterize(badge, size);
+    const std::vector<std::uint8_t> sign = badge.letter ? CoverOf(badge.letter, size) : shape.arrow;
+    const std::uint32_t signColor = badge.filled ? white : badge.color;
+    std::vector<std::uint32_t> pixels;
+    for (std::size_t index = 0; index < shape.frame.size(); ++index) {
+        const std::uint32_t frame = shape.frame[index];
+        const std::uint32_t over = sign[index];
+        // A sign over a frame's empty inside has only its own cover.
+        const std::uint32_t alpha = frame + over * (255 - frame) / 255;
+        pixels.push_back(alpha << 24 | Mix(badge.color, signColor, over));
+    }
+    return pixels;
+}
 
 hosting::Ref<IDispatch> MakePicture(const Badge& badge, int size) {
     PICTDESC description{};

@@ -3,6 +3,7 @@
 #include "explorer/automation.h"
 #include "explorer/badge_picture.h"
 #include "explorer/hosted.h"
+#include "explorer/pane_label.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,11 +27,6 @@ constexpr long targetObject = 2;
 constexpr std::uint32_t linkColor = 0x5A6472;
 constexpr int nameWidth = 3300;
 
-HWND MakeLabel(HWND parent) {
-    return CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP, 0, 0, 0, 0,
-                           parent, nullptr, GetModuleHandleW(nullptr), nullptr);
-}
-
 std::wstring NameOf(const LateBound& object) {
     return object ? TextOf(object.Get(L"name")) : std::wstring();
 }
@@ -38,19 +34,11 @@ std::wstring NameOf(const LateBound& object) {
 /// For people: the name, or the identifier where there is none.
 std::wstring ShownName(const LateBound& object) {
     if (!object) return L"nothing";
-    const std::wstring name = NameOf(object);
-    return L"\"" + (name.empty() ? TextOf(object.Get(L"identifier")) : name) + L"\"";
+    return L"\"" + CaptionOf(object) + L"\"";
 }
 
 bool IsSameName(const std::wstring& left, const wchar_t* right) {
     return CompareStringOrdinal(left.c_str(), -1, right, -1, TRUE) == CSTR_EQUAL;
-}
-
-/// A text in which "&" stands for itself.
-std::wstring Literal(const std::wstring& text) {
-    std::wstring literal;
-    for (const wchar_t letter : text) literal.append(letter == L'&' ? 2 : 1, letter);
-    return literal;
 }
 
 std::wstring EventDetail(const hosting::Event& event) {

@@ -47,6 +47,9 @@ public:
     [[nodiscard]] bool HasCheckBoxes() const;
     void SetCheckBoxes(bool wanted);
 
+    /// The object whose row is being dragged, or none.
+    [[nodiscard]] const hosting::LateBound& Dragged() const noexcept { return dragged_; }
+
     /// The control, for its other members.
     [[nodiscard]] const hosting::LateBound& Control() const noexcept { return control_; }
     /// The control's window.

@@ -14,7 +14,8 @@ namespace explorer {
 namespace {
 
 constexpr wchar_t title[] = L"Orvane Explorer";
-constexpr SIZE startSize{760, 600};
+constexpr SIZE startSize{980, 640};
+constexpr int treeWidth = 290;
 constexpr UINT dpiChanged = 0x02E0;  // WM_DPICHANGED came with Windows 8.1.
 
 HICON OwnIcon() {
@@ -63,6 +64,11 @@ void MainWindow::MakePanes() {
     auto navigator = std::make_unique<NavigatorPane>(*form_, log_, Reporter());
     navigator_ = navigator.get();
     navigator_->onChoice = [this] { ShowChoice(); };
+    auto tree = std::make_unique<TreePane>(*form_, log_, Reporter());
+    tree_ = tree.get();
+    tree_->onChoice = [this](const TreeChoice& choice) { ChooseInTree(choice); };
+    tree_->onRename = [this](const hosting::LateBound&) { NodeWasRenamed(); };
+    tree_->onDrop = [this](const hosting::LateBound& target) { DropOnTree(target); };
     auto list = std::make_unique<ListPane>(*form_, log_, Reporter());
     list_ = list.get();
     list_->onOpen = [this](ListKind kind, const hosting::LateBound& object) {
@@ -75,8 +81,11 @@ void MainWindow::MakePanes() {
         logHasFocus_ = true;
         if (hosting::HostedControl* const active = form_->Active()) active->UIDeactivate();
     };
+    auto middle = std::make_unique<SplitPane>(Handle(), SplitPane::Direction::sideBySide,
+                                              Division::Keeps::first, treeWidth, std::move(tree),
+                                              std::move(list));
     auto lower = std::make_unique<SplitPane>(Handle(), SplitPane::Direction::aboveEachOther,
-                                             Division::Keeps::second, 0, std::move(list),
+                                             Division::Keeps::second, 0, std::move(middle),
                                              std::move(logPane));
     panes_ = std::make_unique<SplitPane>(Handle(), SplitPane::Direction::aboveEachOther,
                                          Division::Keeps::first, 0, std::move(navigator),
@@ -138,6 +147,10 @@ bool MainWindow::Translate(MSG& message) {
         const auto letter =
             static_cast<wchar_t>(std::towupper(static_cast<wint_t>(message.wParam)));
         if (navigator_->FocusMnemonic(letter)) return true;
+        if (letter == TreePane::Mnemonic()) {
+            tree_->Focus();
+            return true;
+        }
         if (letter == ListPane::Mnemonic()) {
             list_->Focus();
             return true;
@@ -147,7 +160,20 @@ bool MainWindow::Translate(MSG& message) {
             return true;
         }
     }
+    const bool isDelete = message.message == WM_KEYDOWN && message.wParam == VK_DELETE;
+    if (isDelete && IsTreeWindow(message.hwnd)) {
+        OnCommand(ID_TREE_REMOVE_LINK);
+        return true;
+    }
     return form_->TranslateMessage(message);
+}
+
+/// Whether a key in this window is one for the tree, and not for the name that is edited in it.
+bool MainWindow::IsTreeWindow(HWND window) const {
+    wchar_t name[32] = L"";
+    GetClassNameW(window, name, 32);
+    return IsChild(tree_->ControlWindow(), window) &&
+           CompareStringOrdinal(name, -1, WC_TREEVIEWW, -1, TRUE) == CSTR_EQUAL;
 }
 
 std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM wide, LPARAM large) {
@@ -177,6 +203,9 @@ std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM wide, LPARAM l
             return 0;
         case WM_NOTIFY:
             return logPane_ ? logPane_->OnNotify(*reinterpret_cast<NMHDR*>(large)) : std::nullopt;
+        case askForLink:
+            AskForLink();
+            return 0;
         case ErrorBox::message:
             errors_.ShowNext();
             return 0;

@@ -3,10 +3,12 @@
 #include "explorer/document.h"
 #include "explorer/error_box.h"
 #include "explorer/event_log_pane.h"
+#include "explorer/link_candidates.h"
 #include "explorer/list_pane.h"
 #include "explorer/navigator_pane.h"
 #include "explorer/split_pane.h"
 #include "explorer/status_line.h"
+#include "explorer/tree_pane.h"
 #include "explorer/window.h"
 
 #include <memory>
@@ -31,6 +33,7 @@ public:
 
     [[nodiscard]] Document& OpenDocument() noexcept { return document_; }
     [[nodiscard]] NavigatorPane& Navigator() noexcept { return *navigator_; }
+    [[nodiscard]] TreePane& Tree() noexcept { return *tree_; }
     [[nodiscard]] ListPane& List() noexcept { return *list_; }
     [[nodiscard]] HWND LogList() const noexcept { return logPane_->List(); }
 
@@ -48,10 +51,22 @@ private:
     void ShowStatus();
     void ShowChoice();
     void ShowList(ListKind kind);
-    void ShowListMenu();
+    void ShowMenu();
     void OpenRow(ListKind kind, const hosting::LateBound& object);
     [[nodiscard]] ListSource Source() const;
+    void ShowTree(TreeKind kind);
+    void ChooseInTree(const TreeChoice& choice);
+    void NodeWasRenamed();
+    void RenameInTree();
+    void RemoveLinkOfTree();
+    void DropOnTree(const hosting::LateBound& target);
+    void AskForLink();
+    void MakeLinkOf(const LinkCandidate& candidate);
     void ShowAbout();
+
+    /// Posted to this window when a drop could make a link.
+    static constexpr UINT askForLink = ErrorBox::message + 1;
+    [[nodiscard]] bool IsTreeWindow(HWND window) const;
 
     void MakePanes();
     void Place();
@@ -70,10 +85,13 @@ private:
     std::unique_ptr<hosting::Form> form_;
     std::unique_ptr<Pane> panes_;
     NavigatorPane* navigator_ = nullptr;
+    TreePane* tree_ = nullptr;
     ListPane* list_ = nullptr;
     EventLogPane* logPane_ = nullptr;
     std::unique_ptr<StatusLine> status_;
     HACCEL accelerators_;
+    /// What a drop could make, until the user has been asked.
+    std::vector<LinkCandidate> candidates_;
     bool logHasFocus_ = false;
 };
 

@@ -26,14 +26,10 @@ private:
     HCURSOR before_;
 };
 
-bool IsBuiltIn(const std::wstring& metaNode) {
-    return metaNode == L"MetaNode" || metaNode == L"MetaLink" || metaNode == L"MetaProperty";
-}
-
 long MetaNodeCount(const hosting::LateBound& repository) {
     long count = 0;
     ForEach(repository.Object(L"MetaNodes"), [&count](const hosting::LateBound& metaNode) {
-        if (!IsBuiltIn(TextOf(metaNode.Get(L"name")))) ++count;
+        if (!IsBuiltIn(metaNode)) ++count;
         return true;
     });
     return count;
@@ -73,6 +69,7 @@ void MainWindow::OnCommand(WORD command) {
         case ID_VIEW_REFRESH:
             Do(L"Refreshing", [this] {
                 navigator_->Refresh();
+                tree_->Show(tree_->Kind(), document_.Repository(), navigator_->MetaNode());
                 list_->Show(list_->Kind(), Source());
             });
             break;
@@ -82,7 +79,7 @@ void MainWindow::OnCommand(WORD command) {
         case ID_VIEW_CHECK_BOXES:
             Do(L"Switching the check boxes", [this] {
                 list_->SetCheckBoxes(!list_->HasCheckBoxes());
-                ShowListMenu();
+                ShowMenu();
             });
             break;
         case ID_VIEW_CLEAR_LOG:
@@ -91,7 +88,15 @@ void MainWindow::OnCommand(WORD command) {
         case ID_HELP_ABOUT:
             ShowAbout();
             break;
+        case ID_TREE_RENAME:
+            RenameInTree();
+            break;
+        case ID_TREE_REMOVE_LINK:
+            Do(L"Removing a link", [this] { RemoveLinkOfTree(); });
+            break;
         default:
+            if (command >= ID_TREE_FIRST && command <= ID_TREE_LAST)
+                ShowTree(static_cast<TreeKind>(command - ID_TREE_FIRST));
             if (command >= ID_LIST_FIRST && command <= ID_LIST_LAST)
                 ShowList(static_cast<ListKind>(command - ID_LIST_FIRST));
             break;
@@ -146,8 +151,9 @@ void MainWindow::SaveAs(const std::wstring& path) {
 void MainWindow::ShowDocument() {
     SetWindowTextW(Handle(), (document_.Description() + L" - " + title).c_str());
     navigator_->Browse(document_.Repository());
+    tree_->Show(tree_->Kind(), document_.Repository(), navigator_->MetaNode());
     list_->Show(list_->Kind(), Source());
-    ShowListMenu();
+    ShowMenu();
 }
 
 ListSource MainWindow::Source() const {
@@ -156,19 +162,27 @@ ListSource MainWindow::Source() const {
 }
 
 void MainWindow::ShowChoice() {
-    Try(Reporter(), L"Listing what belongs to the choice", [this] { list_->Follow(Source()); });
+    Try(Reporter(), L"Listing what belongs to the choice", [this] {
+        tree_->Follow(navigator_->MetaNode());
+        list_->Follow(Source());
+    });
     ShowStatus();
 }
 
 void MainWindow::ShowList(ListKind kind) {
     Do(L"Listing", [&] { list_->Show(kind, Source()); });
-    ShowListMenu();
+    ShowMenu();
 }
 
-void MainWindow::ShowListMenu() {
+void MainWindow::ShowMenu() {
     const HMENU menu = GetMenu(Handle());
     CheckMenuRadioItem(menu, ID_LIST_FIRST, ID_LIST_LAST,
                        ID_LIST_FIRST + static_cast<UINT>(list_->Kind()), MF_BYCOMMAND);
+    CheckMenuRadioItem(menu, ID_TREE_FIRST, ID_TREE_LAST,
+                       ID_TREE_FIRST + static_cast<UINT>(tree_->Kind()), MF_BYCOMMAND);
+    const UINT renames = tree_->Kind() == TreeKind::described ? MF_GRAYED : MF_ENABLED;
+    EnableMenuItem(menu, ID_TREE_RENAME, MF_BYCOMMAND | renames);
+    EnableMenuItem(menu, ID_TREE_REMOVE_LINK, MF_BYCOMMAND | renames);
     const UINT checked = list_->HasCheckBoxes() ? MF_CHECKED : MF_UNCHECKED;
     CheckMenuItem(menu, ID_VIEW_CHECK_BOXES, MF_BYCOMMAND | checked);
 }

@@ -15,6 +15,16 @@
 #define ID_VIEW_CLEAR_LOG 1103
 #define ID_VIEW_CHECK_BOXES 1104
 #define ID_HELP_ABOUT 1201
+// One for each kind of tree: the first and the number of the kind.
+#define ID_TREE_FIRST 1401
+#define ID_TREE_DESCRIBED 1401
+#define ID_TREE_HIERARCHY 1402
+#define ID_TREE_HIERARCHY_WITH_FOLDERS 1403
+#define ID_TREE_LAST 1403
+#define ID_TREE_RENAME 1404
+#define ID_TREE_REMOVE_LINK 1405
+// One for each link that a drop could make.
+#define ID_LINK_FIRST 1500
 // One for each kind of list: the first and the number that the list view has for it.
 #define ID_LIST_FIRST 1300
 #define ID_LIST_META_NODES 1300

@@ -10,11 +10,6 @@ using hosting::LateBound;
 
 constexpr int nodesInSight = 8;
 
-bool IsBuiltIn(const LateBound& metaNode) {
-    const std::wstring name = TextOf(metaNode.Get(L"name"));
-    return name == L"MetaNode" || name == L"MetaLink" || name == L"MetaProperty";
-}
-
 long CountOf(const LateBound& collection) {
     return static_cast<long>(collection.Get(L"Count"));
 }

@@ -33,6 +33,7 @@ protected:
         for (const ComboField* field : {&navigator->MetaNodes(), &navigator->Nodes(),
                                         &navigator->MetaLinks(), &navigator->Links()})
             if (IsChild(field->Window(), focus)) return field->Name();
+        if (IsChild(window->Tree().ControlWindow(), focus)) return L"tree";
         if (IsChild(window->List().ControlWindow(), focus)) return L"list";
         return focus == window->LogList() ? L"log" : L"";
     }
@@ -40,27 +41,28 @@ protected:
 
 TEST_F(KeyboardTest, TabGoesThroughTheFieldsAndTheLogAndAround) {
     Texts stops = {Focused()};
-    for (int step = 0; step < 6; ++step) {
+    for (int step = 0; step < 7; ++step) {
         Press(VK_TAB);
         stops.push_back(Focused());
     }
-    EXPECT_EQ(stops, (Texts{L"MetaNodes", L"Nodes", L"MetaLinks", L"Links", L"list", L"log",
-                            L"MetaNodes"}));
+    EXPECT_EQ(stops, (Texts{L"MetaNodes", L"Nodes", L"MetaLinks", L"Links", L"tree", L"list",
+                            L"log", L"MetaNodes"}));
 }
 
 TEST_F(KeyboardTest, ShiftTabGoesTheOtherWay) {
     Texts stops;
-    for (int step = 0; step < 6; ++step) {
+    for (int step = 0; step < 7; ++step) {
         Chord({VK_SHIFT, VK_TAB});
         stops.push_back(Focused());
     }
-    EXPECT_EQ(stops, (Texts{L"log", L"list", L"Links", L"MetaLinks", L"Nodes", L"MetaNodes"}));
+    EXPECT_EQ(stops,
+              (Texts{L"log", L"list", L"tree", L"Links", L"MetaLinks", L"Nodes", L"MetaNodes"}));
 }
 
 TEST_F(KeyboardTest, TheLettersOfTheLabelsLeadToTheirFields) {
-    const std::pair<WORD, const wchar_t*> letters[] = {{'N', L"Nodes"},     {'O', L"Links"},
-                                                       {'T', L"list"},      {'E', L"log"},
-                                                       {'L', L"MetaLinks"}, {'M', L"MetaNodes"}};
+    const std::pair<WORD, const wchar_t*> letters[] = {
+        {'N', L"Nodes"}, {'O', L"Links"},     {'T', L"list"},     {'R', L"tree"},
+        {'E', L"log"},   {'L', L"MetaLinks"}, {'M', L"MetaNodes"}};
     for (const auto& [letter, name] : letters) {
         Chord({VK_MENU, letter});
         EXPECT_EQ(Focused(), name);

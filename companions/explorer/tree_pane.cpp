@@ -1,0 +1,141 @@
+#include "explorer/tree_pane.h"
+
+#include "explorer/automation.h"
+#include "explorer/described_tree.h"
+#include "explorer/hosted.h"
+#include "explorer/linked_tree.h"
+#include "explorer/pane_label.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace explorer {
+
+namespace {
+
+using hosting::LateBound;
+
+constexpr int margin = 11;
+constexpr int labelGap = 3;
+constexpr int smallIcon = 16;
+constexpr SIZE minimumSize{160, 110};
+
+/// What a tree shows, for people.
+std::wstring TitleOf(TreeKind kind, const LateBound& metaNode) {
+    if (kind == TreeKind::described) return L"The repository";
+    if (!metaNode) return L"Choose a meta node";
+    return L"From " + TextOf(metaNode.Get(L"name"));
+}
+
+/// While the tree is in one of its own events.
+class Telling {
+public:
+    explicit Telling(bool& tells) : tells_(tells), before_(std::exchange(tells, true)) {}
+    ~Telling() { tells_ = before_; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+
+private:
+    bool& tells_;
+    bool before_;
+};
+
+}  // namespace
+
+TreePane::TreePane(hosting::Form& form, EventLog& log, ErrorHandler onError)
+    : log_(log),
+      label_(MakeLabel(form.Window())),
+      place_(form.Add(L"Tree")),
+      icons_(std::make_unique<IconFiles>(iconSize_)) {
+    calls_.onChoice = [this](const TreeChoice& choice) {
+        const Telling telling(tells_);
+        if (onChoice) onChoice(choice);
+    };
+    calls_.onRename = [this](const LateBound& node) {
+        const Telling telling(tells_);
+        if (onRename) onRename(node);
+    };
+    calls_.onDrag = [this](const LateBound& node) { dragged_ = node; };
+    calls_.onDrop = [this](const LateBound& target) {
+        if (onDrop) onDrop(target);
+    };
+    calls_.onError = std::move(onError);
+    SetTitle(TitleOf(kind_, {}));
+    tree_ = MakeTree(kind_);
+}
+
+TreePane::~TreePane() {
+    tree_.reset();
+    place_.GetForm().Remove(place_);
+}
+
+void TreePane::SetTitle(const std::wstring& text) {
+    title_ = L"T&ree: " + Literal(text);
+    SetWindowTextW(label_.get(), title_.c_str());
+}
+
+std::unique_ptr<HostedTree> TreePane::MakeTree(TreeKind kind) {
+    if (kind == TreeKind::described)
+        return std::make_unique<DescribedTree>(place_, log_, *icons_, calls_);
+    return std::make_unique<LinkedTree>(place_, log_, *icons_, calls_,
+                                        kind == TreeKind::hierarchyWithFolders);
+}
+
+void TreePane::Show(TreeKind kind, const LateBound& repository, const LateBound& metaNode) {
+    tree_.reset();
+    kind_ = kind;
+    repository_ = repository;
+    metaNode_ = metaNode;
+    SetTitle(TitleOf(kind, metaNode));
+    tree_ = MakeTree(kind);
+    if (!repository || (tree_->NeedsMetaNode() && !metaNode)) return;
+    tree_->Show(repository, metaNode);
+}
+
+void TreePane::Follow(const LateBound& metaNode) {
+    if (tells_ || !tree_->NeedsMetaNode() || IsSame(metaNode, metaNode_)) return;
+    Show(kind_, repository_, metaNode);
+}
+
+LateBound TreePane::SelectedLink() const {
+    return tree_->SelectedLink();
+}
+
+void TreePane::AddLink(const LateBound& link) {
+    tree_->AddLink(link);
+}
+
+void TreePane::RemoveLink(const LateBound& link) {
+    tree_->RemoveLink(link);
+}
+
+LateBound TreePane::Control() const {
+    return tree_->Control();
+}
+
+void TreePane::SetLook(const Look& look) {
+    SetFont(label_.get(), look);
+    SetFont(place_, look);
+    margin_ = look.Scale(margin);
+    labelHeight_ = look.LineHeight() + look.Scale(labelGap);
+    minimum_ = {look.Scale(minimumSize.cx), look.Scale(minimumSize.cy)};
+    if (look.Scale(smallIcon) == iconSize_) return;
+    iconSize_ = look.Scale(smallIcon);
+    tree_.reset();
+    icons_ = std::make_unique<IconFiles>(iconSize_);
+    Show(kind_, repository_, metaNode_);
+}
+
+void TreePane::Place(const RECT& bounds) {
+    const int left = bounds.left + margin_;
+    const int width = std::max<int>(bounds.right - left, 0);
+    const int top = bounds.top + labelHeight_;
+    MoveWindow(label_.get(), left, bounds.top, width, labelHeight_, TRUE);
+    place_.Move({left, top, left + width, std::max<LONG>(bounds.bottom, top)});
+}
+
+SIZE TreePane::MinimumSize() const {
+    return minimum_;
+}
+
+}  // namespace explorer

@@ -1,0 +1,257 @@
+// The tree pane with the real mouse and keyboard.
+#include "explorer/tree_pane.h"
+
+#include "explorer/automation.h"
+#include "explorer/resources.h"
+#include "explorer/window_fixture.h"
+#include "support/input.h"
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+#include <commctrl.h>
+
+namespace explorer {
+namespace {
+
+using hosting::LateBound;
+
+class TreePaneTest : public WindowTest {
+protected:
+    TreePaneTest() {
+        BrowseBooks();
+        file = folder.File(L"books.orvane");
+        document.SaveAs(file);
+        window->Show(SW_SHOW);
+        support::Input::Activate(window->Handle());
+        Command(ID_TREE_DESCRIBED);
+    }
+
+    void Command(UINT command) { SendMessageW(window->Handle(), WM_COMMAND, command, 0); }
+    void Play(support::Input& input) {
+        ASSERT_TRUE(input.Play(20000, [this](MSG& message) { return window->Translate(message); }));
+    }
+
+    [[nodiscard]] HWND Tree() const {
+        return FindWindowExW(window->Tree().ControlWindow(), nullptr, WC_TREEVIEWW, nullptr);
+    }
+    [[nodiscard]] HTREEITEM Next(HTREEITEM item, UINT which) const {
+        return TreeView_GetNextItem(Tree(), item, which);
+    }
+    [[nodiscard]] std::wstring TextOfItem(HTREEITEM item) const {
+        wchar_t text[256] = L"";
+        TVITEMW data{};
+        data.mask = TVIF_TEXT;
+        data.hItem = item;
+        data.pszText = text;
+        data.cchTextMax = 256;
+        SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&data));
+        return text;
+    }
+    /// The item that a path of texts leads to; what is on the way is opened.
+    [[nodiscard]] HTREEITEM Item(const Texts& path) const {
+        HTREEITEM item = nullptr;
+        for (const std::wstring& text : path) {
+            if (item) TreeView_Expand(Tree(), item, TVE_EXPAND);
+            HTREEITEM child = item ? Next(item, TVGN_CHILD) : Next(nullptr, TVGN_ROOT);
+            while (child && TextOfItem(child) != text) child = Next(child, TVGN_NEXT);
+            if (!child) return nullptr;
+            item = child;
+        }
+        return item;
+    }
+    [[nodiscard]] Texts Children(const Texts& path) const {
+        const HTREEITEM item = path.empty() ? nullptr : Item(path);
+        if (item) TreeView_Expand(Tree(), item, TVE_EXPAND);
+        Texts texts;
+        HTREEITEM child = item ? Next(item, TVGN_CHILD) : Next(nullptr, TVGN_ROOT);
+        for (; child; child = Next(child, TVGN_NEXT)) texts.push_back(TextOfItem(child));
+        return texts;
+    }
+    [[nodiscard]] POINT PlaceOf(const Texts& path) const {
+        const HTREEITEM item = Item(path);
+        EXPECT_NE(item, nullptr);
+        TreeView_EnsureVisible(Tree(), item);
+        RECT bounds{};
+        TreeView_GetItemRect(Tree(), item, &bounds, TRUE);
+        return {(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
+    }
+    void Click(const Texts& path) {
+        support::Input input;
+        Play(input.MoveTo(Tree(), PlaceOf(path)).Click());
+    }
+    void Drag(const Texts& from, const Texts& to) {
+        const POINT start = PlaceOf(from);
+        const POINT end = PlaceOf(to);
+        support::Input input;
+        Play(input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(200));
+    }
+    void ShowAuthors(UINT command) {
+        navigator->MetaNodes().Select(MetaNode(L"Author"));
+        Command(command);
+    }
+    [[nodiscard]] Texts Listed() const {
+        Texts names;
+        ForEach(window->List().Control().Object(L"GetItems"), [&](const LateBound& row) {
+            names.push_back(CaptionOf(row));
+            return true;
+        });
+        return names;
+    }
+    /// The targets of the links that a node has in the file, read by a repository of its own.
+    [[nodiscard]] Texts TargetsInFile(const wchar_t* node, const wchar_t* metaLink) const {
+        const LateBound repository = LateBound::Create(L"OrvaneRepository.Repository");
+        repository.Call(L"Open", file.c_str());
+        Texts targets;
+        ForEach(repository.Object(L"Objects", node).Object(L"Outgoing_", metaLink),
+                [&](const LateBound& link) {
+                    targets.push_back(TextOf(link.Object(L"Target").Get(L"name")));
+                    return true;
+                });
+        repository.Call(L"Close");
+        return targets;
+    }
+    [[nodiscard]] std::wstring NameInFile(const wchar_t* node) const {
+        const LateBound repository = LateBound::Create(L"OrvaneRepository.Repository");
+        repository.Call(L"Open", file.c_str());
+        const std::wstring name = TextOf(repository.Object(L"Objects", node).Get(L"name"));
+        repository.Call(L"Close");
+        return name;
+    }
+
+    support::TemporaryFolder folder;
+    std::wstring file;
+};
+
+TEST_F(TreePaneTest, TheRepositoryIsDescribedByMetaNodesNodesAndLinks) {
+    EXPECT_EQ(window->Tree().Title(), L"T&ree: The repository");
+    EXPECT_EQ(Children({}), Texts{L"Root"});
+    EXPECT_EQ(Children({L"Root"}), (Texts{L"Author", L"Book"}));
+    EXPECT_EQ(Children({L"Root", L"Author"}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(Children({L"Root", L"Author", L"Ada"}), (Texts{L"wrote", L"knows"}));
+    EXPECT_EQ(Children({L"Root", L"Author", L"Ada", L"wrote"}), (Texts{L"On Trees", L"On Graphs"}));
+    EXPECT_EQ(errors.Count(), 0);
+}
+
+TEST_F(TreePaneTest, TheHierarchyFollowsLinksFromTheNodesOfTheChosenMetaNode) {
+    Command(ID_TREE_HIERARCHY);
+    EXPECT_EQ(window->Tree().Title(), L"T&ree: Choose a meta node");
+    EXPECT_EQ(Children({}), Texts{});
+    navigator->MetaNodes().Select(MetaNode(L"Author"));
+    EXPECT_EQ(window->Tree().Title(), L"T&ree: From Author");
+    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(Children({L"Ada"}), (Texts{L"On Trees", L"On Graphs", L"Ben"}));
+    EXPECT_EQ(Children({L"Ada", L"On Trees"}), Texts{L"On Graphs"});
+    navigator->MetaNodes().Select(MetaNode(L"Book"));
+    EXPECT_EQ(Children({}), (Texts{L"On Trees", L"On Graphs"}));
+}
+
+TEST_F(TreePaneTest, TheHierarchyMayHaveFolders) {
+    ShowAuthors(ID_TREE_HIERARCHY_WITH_FOLDERS);
+    EXPECT_EQ(Children({}), Texts{L"Author"});
+    EXPECT_EQ(Children({L"Author"}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(Children({L"Author", L"Ada"}), (Texts{L"wrote", L"knows"}));
+    EXPECT_EQ(Children({L"Author", L"Ada", L"knows"}), Texts{L"Ben"});
+}
+
+TEST_F(TreePaneTest, AClickedNodeIsChosenAndListed) {
+    Click({L"Root", L"Book", L"On Graphs"});
+    EXPECT_TRUE(IsSame(navigator->Node(), Object(L"b2")));
+    EXPECT_EQ(window->List().Kind(), ListKind::nodes);
+    EXPECT_EQ(Listed(), (Texts{L"On Trees", L"On Graphs"}));
+    EXPECT_TRUE(IsSame(window->List().Control().Object(L"selection"), Object(L"b2")));
+}
+
+TEST_F(TreePaneTest, AClickedFolderListsWhatItHolds) {
+    Click({L"Root", L"Book"});
+    EXPECT_EQ(Listed(), (Texts{L"On Trees", L"On Graphs"}));
+    Click({L"Root", L"Author", L"Ada", L"wrote"});
+    EXPECT_EQ(window->List().Kind(), ListKind::outgoingLinks);
+    EXPECT_EQ(Listed(), (Texts{L"w1", L"w2"}));
+}
+
+TEST_F(TreePaneTest, AChoiceInTheHierarchyLeavesTheTreeOpen) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    Click({L"Ada", L"On Trees"});
+    EXPECT_TRUE(IsSame(navigator->MetaNode(), MetaNode(L"Book")));
+    EXPECT_EQ(window->Tree().Title(), L"T&ree: From Author");
+    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
+}
+
+TEST_F(TreePaneTest, ANodeIsRenamedInPlaceAndInTheFile) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    Click({L"Ben"});
+    support::Input input;
+    Play(input.Key(VK_F2).Wait(100).Text("Benjamin").Key(VK_RETURN));
+    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Benjamin"}));
+    EXPECT_EQ(NameInFile(L"a2"), L"Benjamin");
+    EXPECT_EQ(errors.Count(), 0);
+}
+
+TEST_F(TreePaneTest, FoldersAreNotRenamed) {
+    ShowAuthors(ID_TREE_HIERARCHY_WITH_FOLDERS);
+    Click({L"Author"});
+    support::Input input;
+    Play(input.Key(VK_F2).Wait(100).Text("x").Key(VK_RETURN));
+    EXPECT_EQ(Children({}), Texts{L"Author"});
+    EXPECT_TRUE(MetaNode(L"Author"));
+}
+
+TEST_F(TreePaneTest, DeleteRemovesTheLinkOfTheSelectedNode) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    Click({L"Ada", L"On Graphs"});
+    support::Input input;
+    Play(input.Key(VK_DELETE));
+    EXPECT_EQ(Children({L"Ada"}), (Texts{L"On Trees", L"Ben"}));
+    EXPECT_EQ(TargetsInFile(L"a1", L"wrote"), Texts{L"On Trees"});
+    EXPECT_EQ(Status().front(), L"Removed: Ada wrote On Graphs");
+}
+
+TEST_F(TreePaneTest, DeleteOfANodeWithoutLinkRemovesNothing) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    Click({L"Ben"});
+    support::Input input;
+    Play(input.Key(VK_DELETE));
+    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(Status().front(), L"The selected node was not reached by a link");
+}
+
+TEST_F(TreePaneTest, ANodeDraggedOntoAnotherIsLinkedWhereAMetaLinkAllowsIt) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    // Ben, who has written nothing yet, gets a book.
+    Drag({L"Ada", L"On Graphs"}, {L"Ben"});
+    EXPECT_EQ(TargetsInFile(L"a2", L"wrote"), Texts{L"On Graphs"});
+    EXPECT_EQ(Status().front(), L"Made: Ben wrote On Graphs");
+}
+
+TEST_F(TreePaneTest, AMenuAsksWhichOfSeveralLinksIsMeant) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    const POINT start = PlaceOf({L"Ada"});
+    const POINT end = PlaceOf({L"Ben"});
+    support::Input input;
+    input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(400);
+    Play(input.Key(VK_DOWN).Key(VK_DOWN).Key(VK_RETURN).Wait(200));
+    // The first is from the node that it was dropped on.
+    EXPECT_EQ(TargetsInFile(L"a1", L"knows"), (Texts{L"Ben", L"Ben"}));
+    EXPECT_EQ(TargetsInFile(L"a2", L"knows"), Texts{});
+}
+
+TEST_F(TreePaneTest, WhereNoMetaLinkFitsADropSaysSo) {
+    document.Repository().Call(L"MakeMetaNode", L"Shelf");
+    document.Repository().Call(L"MakeNode", L"s1", L"Shelf", L"Oak");
+    Command(ID_VIEW_REFRESH);
+    Drag({L"Root", L"Shelf", L"Oak"}, {L"Root", L"Author", L"Ada"});
+    EXPECT_EQ(Status().front(), L"No meta link allows a link between Ada and Oak");
+}
+
+TEST_F(TreePaneTest, RenamingAndRemovingAreForTheHierarchy) {
+    const HMENU menu = GetMenu(window->Handle());
+    EXPECT_TRUE(GetMenuState(menu, ID_TREE_RENAME, MF_BYCOMMAND) & MF_GRAYED);
+    EXPECT_TRUE(GetMenuState(menu, ID_TREE_DESCRIBED, MF_BYCOMMAND) & MF_CHECKED);
+    Command(ID_TREE_HIERARCHY);
+    EXPECT_FALSE(GetMenuState(menu, ID_TREE_RENAME, MF_BYCOMMAND) & MF_GRAYED);
+    EXPECT_TRUE(GetMenuState(menu, ID_TREE_HIERARCHY, MF_BYCOMMAND) & MF_CHECKED);
+}
+
+}  // namespace
+}  // namespace explorer
