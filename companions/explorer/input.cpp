@@ -2,6 +2,8 @@
 
 #include "hosting/error.h"
 
+#include <iterator>
+#include <utility>
 #include <vector>
 
 namespace explorer {
@@ -52,9 +54,12 @@ void PressKey(WORD key) {
     Send({KeyEvent(key, 0), KeyEvent(key, KEYEVENTF_KEYUP)});
 }
 
-void PressWithCtrl(WORD key) {
-    Send({KeyEvent(VK_CONTROL, 0), KeyEvent(key, 0), KeyEvent(key, KEYEVENTF_KEYUP),
-          KeyEvent(VK_CONTROL, KEYEVENTF_KEYUP)});
+void PressChord(std::initializer_list<WORD> keys) {
+    std::vector<INPUT> events;
+    for (const WORD key : keys) events.push_back(KeyEvent(key, 0));
+    for (auto key = std::rbegin(keys); key != std::rend(keys); ++key)
+        events.push_back(KeyEvent(*key, KEYEVENTF_KEYUP));
+    Send(std::move(events));
 }
 
 POINT MiddleOnScreen(HWND window, const RECT& bounds) {

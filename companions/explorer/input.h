@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <initializer_list>
+
 namespace explorer {
 
 // The real mouse and keyboard, as the user's hands move them. Positions are pixels of the screen.
@@ -10,8 +12,8 @@ void MovePointer(POINT place);
 void Click(POINT place);
 /// Presses and releases a key.
 void PressKey(WORD key);
-/// The same while Ctrl is down.
-void PressWithCtrl(WORD key);
+/// Presses all in this order and releases them in the other.
+void PressChord(std::initializer_list<WORD> keys);
 
 /// The middle of a window's rectangle (client coordinates), on the screen.
 [[nodiscard]] POINT MiddleOnScreen(HWND window, const RECT& bounds);

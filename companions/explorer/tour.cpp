@@ -4,6 +4,8 @@
 #include "explorer/input.h"
 #include "explorer/png_file.h"
 
+#include <commctrl.h>
+
 #include <filesystem>
 #include <utility>
 
@@ -43,6 +45,17 @@ bool IsInView(HWND list, int row) {
     return bounds.top >= 0 && bounds.bottom > bounds.top && bounds.bottom <= client.bottom;
 }
 
+std::wstring SelectedText(HWND tree) {
+    wchar_t text[512] = L"";
+    TVITEMW item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = TreeView_GetSelection(tree);
+    item.pszText = text;
+    item.cchTextMax = 512;
+    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return text;
+}
+
 /// A window on the screen without title bar and borders, which belong to the user's desktop.
 RECT BoundsWithoutFrame(HWND window) {
     RECT bounds{};
@@ -75,6 +88,58 @@ void Tour::Run() {
     ShowList('3', ListKind::metaProperties, L"08-list-of-properties");
     ShowList('6', ListKind::nodes, L"09-list-of-nodes");
     ShowList('7', ListKind::links, L"10-list-of-links");
+    ShowTrees(route);
+}
+
+/// Each tree, opened along the route.
+void Tour::ShowTrees(const Route& route) {
+    if (!route.node.object) return;
+    const std::wstring type = TextOf(route.metaNode.object.Get(L"name"));
+    const std::wstring node = CaptionOf(route.node.object);
+    std::vector<std::wstring> described = {L"Root", type, node};
+    std::vector<std::wstring> followed = {node};
+    std::vector<std::wstring> grouped = {type, node};
+    if (route.link.object) {
+        const std::wstring link = TextOf(route.metaLink.object.Get(L"name"));
+        const std::wstring target = CaptionOf(route.link.object.Object(L"Target"));
+        described.push_back(link);
+        followed.push_back(target);
+        grouped.insert(grouped.end(), {link, target});
+    }
+    ShowTree({VK_CONTROL, 'D'}, TreeKind::described, described, L"11-tree");
+    ShowTree({VK_CONTROL, 'H'}, TreeKind::hierarchy, followed, L"12-hierarchy");
+    ShowTree({VK_CONTROL, VK_SHIFT, 'H'}, TreeKind::hierarchyWithFolders, grouped,
+             L"13-hierarchy-with-folders");
+}
+
+void Tour::ShowTree(std::initializer_list<WORD> keys, TreeKind kind,
+                    const std::vector<std::wstring>& path, const wchar_t* picture) {
+    PressChord(keys);
+    Await([&] { return window_.Tree().Kind() == kind; }, L"Another tree");
+    Open(path);
+    TakePicture(picture);
+}
+
+void Tour::Open(const std::vector<std::wstring>& path) {
+    constexpr int mostSteps = 2000;
+    const HWND tree = FindWindowExW(window_.Tree().ControlWindow(), nullptr, WC_TREEVIEWW, nullptr);
+    if (!tree) throw hosting::Error(E_FAIL, L"The tree has no window.");
+    window_.Tree().Focus();
+    PressKey(VK_HOME);
+    Settle();
+    for (const std::wstring& text : path) {
+        for (int step = 0; SelectedText(tree) != text; ++step) {
+            const HTREEITEM before = TreeView_GetSelection(tree);
+            PressKey(VK_DOWN);
+            Await([&] { return TreeView_GetSelection(tree) != before; }, text);
+            if (step == mostSteps) throw hosting::Error(E_FAIL, text + L" is not in the tree.");
+        }
+        const HTREEITEM item = TreeView_GetSelection(tree);
+        PressKey(VK_RIGHT);
+        Settle();
+        // A node without anything below stays as it is.
+        if (TreeView_GetChild(tree, item) == nullptr) return;
+    }
 }
 
 void Tour::ComeToFront() {
@@ -104,7 +169,7 @@ void Tour::Pick(ComboField& field, const Route::Step& step, const wchar_t* pictu
 }
 
 void Tour::ShowList(char digit, ListKind kind, const wchar_t* picture) {
-    PressWithCtrl(static_cast<WORD>(digit));
+    PressChord({VK_CONTROL, static_cast<WORD>(digit)});
     Await([&] { return window_.List().Kind() == kind; }, L"Another list");
     TakePicture(picture);
 }

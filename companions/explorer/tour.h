@@ -4,6 +4,7 @@
 #include "explorer/message_loop.h"
 #include "explorer/route.h"
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,11 @@ private:
     void ComeToFront();
     void Pick(ComboField& field, const Route::Step& step, const wchar_t* picture);
     void ShowList(char digit, ListKind kind, const wchar_t* picture);
+    void ShowTrees(const Route& route);
+    void ShowTree(std::initializer_list<WORD> keys, TreeKind kind,
+                  const std::vector<std::wstring>& path, const wchar_t* picture);
+    /// Opens the nodes with these texts, each the next one below the one before.
+    void Open(const std::vector<std::wstring>& path);
     void BringIntoView(HWND list, int row);
     void TakePicture(const wchar_t* name);
     void Settle();

@@ -11,6 +11,8 @@
 
 #include <commctrl.h>
 
+#include <cstring>
+
 namespace explorer {
 namespace {
 
@@ -73,7 +75,8 @@ protected:
         EXPECT_NE(item, nullptr);
         TreeView_EnsureVisible(Tree(), item);
         RECT bounds{};
-        TreeView_GetItemRect(Tree(), item, &bounds, TRUE);
+        std::memcpy(&bounds, &item, sizeof item);
+        SendMessageW(Tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&bounds));
         return {(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
     }
     void Click(const Texts& path) {
@@ -81,8 +84,10 @@ protected:
         Play(input.MoveTo(Tree(), PlaceOf(path)).Click());
     }
     void Drag(const Texts& from, const Texts& to) {
-        const POINT start = PlaceOf(from);
+        // Opening the way to one moves the other.
+        static_cast<void>(PlaceOf(from));
         const POINT end = PlaceOf(to);
+        const POINT start = PlaceOf(from);
         support::Input input;
         Play(input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(200));
     }
