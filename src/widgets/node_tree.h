@@ -153,6 +153,9 @@ private:
     void FillDisplayInfo(TVITEMW& item) const;
     bool OnExpanding(const NMTREEVIEWW& notice);
     void OnExpanded(const NMTREEVIEWW& notice);
+    /// What the mouse button went down on.
+    TVHITTESTINFO Pressed() const;
+    bool IsPressedOnBox() const;
     bool OnPressed(bool isDouble);
     void Toggle(const NodePtr& node);
     void OpenBranch(TreeNode& root);

@@ -76,6 +76,12 @@ std::optional<LRESULT> NodeTree::OnBefore(UINT message, WPARAM wide, LPARAM larg
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
             pressed_ = {static_cast<short>(LOWORD(large)), static_cast<short>(HIWORD(large))};
+            // Not every system tells of one beside the nodes.
+            if (message == WM_LBUTTONDBLCLK && !IsPressedOnBox()) {
+                Later([this] {
+                    if (onDoubleClick) onDoubleClick();
+                });
+            }
             return std::nullopt;
         case WM_RBUTTONDOWN: {
             POINT point = {static_cast<short>(LOWORD(large)), static_cast<short>(HIWORD(large))};
@@ -225,20 +231,26 @@ void NodeTree::OnExpanded(const NMTREEVIEWW& notice) {
     });
 }
 
-bool NodeTree::OnPressed(bool isDouble) {
+TVHITTESTINFO NodeTree::Pressed() const {
     TVHITTESTINFO hit = {};
     hit.pt = pressed_;
     Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    return hit;
+}
+
+bool NodeTree::IsPressedOnBox() const {
+    return checkBoxes_ && (Pressed().flags & TVHT_ONITEMSTATEICON) != 0;
+}
+
+bool NodeTree::OnPressed(bool isDouble) {
+    const TVHITTESTINFO hit = Pressed();
     const NodePtr node = NodeOf(hit.hItem);
-    if (node && checkBoxes_ && (hit.flags & TVHT_ONITEMSTATEICON) != 0) {
+    if (!node) return false;
+    if (IsPressedOnBox()) {
         Later([this, node] { Toggle(node); });
         return true;
     }
-    if (isDouble) {
-        Later([this] {
-            if (onDoubleClick) onDoubleClick();
-        });
-    } else if (node && (hit.flags & TVHT_ONITEM) != 0) {
+    if (!isDouble && (hit.flags & TVHT_ONITEM) != 0) {
         Later([this, node] {
             if (onClick) onClick(node);
         });

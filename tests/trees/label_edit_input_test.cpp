@@ -1,0 +1,113 @@
+#include "trees/tree_input_fixture.h"
+
+namespace support {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class LabelEditInput : public TreeInputTest {
+protected:
+    LabelEditInput() {
+        tree.Put("LabelEdit", true);
+        Click(Window(), On(Window(), {"On Graphs"}));
+        Events();
+    }
+    /// Edits the selected node's text.
+    void Edit(const std::string& text, WORD end = VK_RETURN) {
+        Input input;
+        input.Key(VK_F2).Wait(150).Chord({VK_CONTROL, 'A'}).Text(text).Wait(50).Key(end).Wait(100);
+        ASSERT_TRUE(Play(input));
+    }
+};
+
+TEST_F(LabelEditInput, RaisesBothEventsAndTakesTheText) {
+    Edit("Networks");
+    EXPECT_THAT(Events(), ElementsAre("BeforeLabelEdit(0, HTNodeInfo ID:3)",
+                                      "AfterLabelEdit(0, HTNodeInfo ID:3, \"Networks\")"));
+    EXPECT_EQ(Window().SelectedText(), "Networks");
+    EXPECT_EQ(graphs->name, "On Graphs") << "the repository is the host's business";
+}
+
+TEST_F(LabelEditInput, BeginsByAClickOnTheSelectedNode) {
+    Sleep(GetDoubleClickTime() + 100);
+    Click(Window(), On(Window(), {"On Graphs"}));
+    EXPECT_TRUE(PumpUntil([this] { return EditBox() != nullptr; }, 2000));
+    EXPECT_THAT(Of(Events(), "BeforeLabelEdit"),
+                ElementsAre("BeforeLabelEdit(0, HTNodeInfo ID:3)"));
+}
+
+TEST_F(LabelEditInput, EscapeKeepsTheTextAndRaisesNothing) {
+    Edit("Networks", VK_ESCAPE);
+    EXPECT_THAT(Events(), ElementsAre("BeforeLabelEdit(0, HTNodeInfo ID:3)"));
+    EXPECT_EQ(Window().SelectedText(), "On Graphs");
+    EXPECT_EQ(EditBox(), nullptr);
+}
+
+TEST_F(LabelEditInput, CancelBeforePreventsIt) {
+    events.On("BeforeLabelEdit").Run([](const Arguments& arguments) {
+        EXPECT_EQ(V_VT(&arguments.Raw(0)), VT_I2 | VT_BYREF);
+        arguments.Write(0, 1);
+    });
+    Keys({VK_F2});
+    EXPECT_EQ(EditBox(), nullptr);
+    EXPECT_THAT(Events(), ElementsAre("BeforeLabelEdit(0, HTNodeInfo ID:3)"));
+}
+
+TEST_F(LabelEditInput, CancelAfterKeepsTheOldText) {
+    events.On("AfterLabelEdit").Run([](const Arguments& arguments) { arguments.Write(0, -1); });
+    Edit("Networks");
+    EXPECT_EQ(Window().SelectedText(), "On Graphs");
+}
+
+TEST_F(LabelEditInput, WhatTheHostWritesBecomesTheText) {
+    events.On("AfterLabelEdit").Run([](const Arguments& arguments) {
+        arguments.Write(2, "From the host");
+    });
+    Edit("Networks");
+    EXPECT_EQ(Window().SelectedText(), "From the host");
+}
+
+TEST_F(LabelEditInput, AHostMayKeepTheTextWithUpdate) {
+    events.On("AfterLabelEdit").Run([this](const Arguments& arguments) {
+        arguments.Write(0, 1);
+        graphs->name = arguments.Text(2);
+        tree.Call("Update", arguments[1], arguments.Text(2) + "!", "");
+    });
+    Edit("Networks");
+    EXPECT_EQ(graphs->name, "Networks");
+    EXPECT_EQ(Window().SelectedText(), "Networks!");
+}
+
+TEST_F(LabelEditInput, DoesNotHappenWhileItIsSwitchedOff) {
+    tree.Put("LabelEdit", false);
+    Keys({VK_F2});
+    EXPECT_EQ(EditBox(), nullptr);
+    EXPECT_THAT(Events(), IsEmpty());
+}
+
+TEST_F(LabelEditInput, AHostMayClearTheTreeInBothEvents) {
+    events.On("BeforeLabelEdit").Times(1).Run([this] { tree.Call("Clear"); });
+    Keys({VK_F2});
+    EXPECT_EQ(EditBox(), nullptr);
+    EXPECT_THAT(Window().All(), IsEmpty());
+    events.On("BeforeLabelEdit").Run([] {});
+    tree.Call("AddRootNode", graphs);
+    Click(Window(), On(Window(), {"On Graphs"}));
+    events.On("AfterLabelEdit").Run([this] { tree.Call("Clear"); });
+    Edit("Networks");
+    EXPECT_THAT(Window().All(), IsEmpty());
+}
+
+TEST_F(LabelEditInput, AHostMayRemoveTheControlAfterwards) {
+    events.On("AfterLabelEdit").Run([this] {
+        hosted.Close();
+        events.Disconnect();
+        tree = LateBound();
+    });
+    Edit("Networks");
+    EXPECT_FALSE(tree);
+}
+
+}  // namespace
+}  // namespace support
