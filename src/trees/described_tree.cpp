@@ -6,14 +6,6 @@
 
 namespace trees {
 
-namespace {
-
-_bstr_t KeyText(std::int32_t number) {
-    return ole::ToBstr(KeyOf(number));
-}
-
-}  // namespace
-
 void DescribedTree::ForgetInfos() {
     // What goes may call back: it finds the new ones.
     const auto before = std::exchange(infos_, std::make_shared<Infos>());
@@ -22,7 +14,7 @@ void DescribedTree::ForgetInfos() {
 void DescribedTree::MakeRoot() {
     const widgets::NodePtr root = pane_.AddNode(rootNumber, nullptr, L"Root", folderImage);
     const auto description = ole::Make<NodeDescription>();
-    description->key = KeyText(NextNumber(counter_));
+    description->key = ole::ToBstr(KeyOf(NextNumber(counter_)));
     description->typ = L"ROOT";
     AddInfo(rootNumber, description, {});
     AddPlaceholder(pane_, counter_, root, dummyImage);
@@ -96,7 +88,7 @@ void DescribedTree::AddInfo(std::int32_t number, const ole::Ref<NodeDescription>
                             const ole::Object& object) {
     if (!infos_) ole::Throw(ole::Number::objectNotSet);
     const auto info = ole::Make<NodeInfo>();
-    info->key = KeyText(number);
+    info->key.SetNumber(number);
     info->description = description;
     info->repObject = object;
     if (!infos_->try_emplace(number, info).second) ole::Throw(ole::Number::keyInUse);

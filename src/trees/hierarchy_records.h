@@ -6,6 +6,7 @@
 
 #include "ole/record.h"
 #include "trees/identity_index.h"
+#include "trees/record_key.h"
 
 namespace trees {
 
@@ -16,8 +17,12 @@ class HTNodeInfo final : public ole::Record<_HTNodeInfo, CLSID_HTNodeInfo> {
 public:
     STDMETHODIMP get_NodeType(::HTNodeType* kind) override { return Read(nodeType, kind); }
     STDMETHODIMP put_NodeType(::HTNodeType* kind) override { return Write(nodeType, kind); }
-    STDMETHODIMP get_key(BSTR* text) override { return Read(key, text); }
-    STDMETHODIMP put_key(BSTR* text) override { return Write(key, text); }
+    STDMETHODIMP get_key(BSTR* text) override {
+        return Run([&] { *text = ole::ToBstr(key.Text()).Detach(); });
+    }
+    STDMETHODIMP put_key(BSTR* text) override {
+        return Run([&] { key.Write(ole::ToBstr(*text)); });
+    }
     STDMETHODIMP get_repObject(IDispatch** object) override { return Read(repObject_, object); }
     STDMETHODIMP put_repObject(IDispatch** object) override {
         return Run([&] { SetObject(*object); });
@@ -35,7 +40,7 @@ public:
     void SetLink(ole::Object link);
 
     long nodeType = HTMetaNodeFolder;
-    _bstr_t key = L"";
+    RecordKey key;
 
 private:
     friend class HierarchyInfos;

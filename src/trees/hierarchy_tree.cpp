@@ -42,7 +42,7 @@ HierarchyTree::Place HierarchyTree::PlaceIn(const VARIANT& keyOrInfo) const {
         case VT_UNKNOWN: {
             const auto info = ole::OwnRecord<HTNodeInfo>(V_UNKNOWN(&*given));
             if (!info) return {};
-            return {nullptr, ole::ToWide(info->key)};
+            return {nullptr, info->key.Text()};
         }
         default:
             return {nullptr, ole::ToWide(ole::ToText(*given))};
@@ -64,7 +64,7 @@ ole::Ref<HTNodeInfo> HierarchyTree::Propose(const ole::Object& object,
     const std::int32_t number = NextNumber(counter_);
     const auto info = ole::Make<HTNodeInfo>();
     info->nodeType = proposal->nodeType;
-    info->key = ole::ToBstr(KeyOf(number));
+    info->key.SetNumber(number);
     info->SetObject(object);
     info->SetLink(link);
     Infos().Add(number, info);
@@ -73,7 +73,7 @@ ole::Ref<HTNodeInfo> HierarchyTree::Propose(const ole::Object& object,
 
 widgets::NodePtr HierarchyTree::AddNode(const HTNodeInfo& info, const HTNewNodeInfo& proposal,
                                         const Place& place) {
-    const auto number = NumberIn(ole::ViewOf(info.key));
+    const auto number = NumberIn(info.key.Text());
     return pane_.AddNode(number.value_or(rootNumber), NodeAt(place), ole::ViewOf(proposal.caption),
                          ole::ViewOf(proposal.image));
 }
@@ -150,7 +150,7 @@ void HierarchyTree::AddSubNodeToCurrent(const ole::Object& object, const ole::Ob
 
 void HierarchyTree::AddLink(const ole::Ref<HTNodeInfo>& parent, const ole::Object& link) {
     if (!parent) return;
-    const auto number = NumberIn(ole::ViewOf(parent->key));
+    const auto number = NumberIn(parent->key.Text());
     widgets::NodePtr node = number ? pane_.Nodes().Find(*number) : nullptr;
     if (!node || IsUnfilled(*node)) return;
     if (withFolders) {
@@ -166,7 +166,7 @@ void HierarchyTree::AddLink(const ole::Ref<HTNodeInfo>& parent, const ole::Objec
 
 void HierarchyTree::RemoveLink(const ole::Object& link) {
     const auto found = Infos().OfLink(link);
-    const auto number = found ? NumberIn(ole::ViewOf(found->key)) : std::nullopt;
+    const auto number = found ? NumberIn(found->key.Text()) : std::nullopt;
     const widgets::NodePtr node = number ? pane_.Nodes().Find(*number) : nullptr;
     if (!node) return;
     pane_.WhileRemoving([&] {
@@ -185,8 +185,8 @@ void HierarchyTree::RemoveLink(const ole::Object& link) {
 void HierarchyTree::Select(const ole::Object& object) {
     auto info = Infos().OfObject(object);
     if (!info) info = Infos().OfLink(object);
-    if (!info || info->key.length() == 0) return;
-    pane_.SelectNode(*FindNode(pane_, ole::ViewOf(info->key)));
+    const std::wstring key = info ? info->key.Text() : std::wstring();
+    if (!key.empty()) pane_.SelectNode(*FindNode(pane_, key));
 }
 
 void HierarchyTree::Expand(const ole::Object& object) {
@@ -240,7 +240,7 @@ ole::Ref<HTNodeInfo> HierarchyTree::ParentInfo(std::wstring_view key) const {
 void HierarchyTree::Update(const ole::Ref<HTNodeInfo>& info, std::wstring_view caption,
                            std::wstring_view image) {
     if (!info) return;
-    pane_.SetLook(*FindNode(pane_, ole::ViewOf(info->key)), caption, image);
+    pane_.SetLook(*FindNode(pane_, info->key.Text()), caption, image);
 }
 
 }  // namespace trees

@@ -227,7 +227,7 @@ void HierarchyTreeView::SetLook(widgets::TreeNode& node, std::wstring_view text,
                                 std::wstring_view image) {
     node.text = text;
     if (!image.empty()) node.image = ImageIn(image);
-    tree_.Redraw(node);
+    tree_.ShowAgain(node);
 }
 
 void HierarchyTreeView::WhileRemoving(const std::function<void()>& work) {

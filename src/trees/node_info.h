@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "trees/node_description.h"
+#include "trees/record_key.h"
 
 namespace trees {
 
@@ -22,14 +23,18 @@ public:
     STDMETHODIMP putref_NodeDescription(_NodeDescription** object) override {
         return put_NodeDescription(object);
     }
-    STDMETHODIMP get_key(BSTR* text) override { return Read(key, text); }
-    STDMETHODIMP put_key(BSTR* text) override { return Write(key, text); }
+    STDMETHODIMP get_key(BSTR* text) override {
+        return Run([&] { *text = ole::ToBstr(key.Text()).Detach(); });
+    }
+    STDMETHODIMP put_key(BSTR* text) override {
+        return Run([&] { key.Write(ole::ToBstr(*text)); });
+    }
     STDMETHODIMP get_repObject(IDispatch** object) override { return Read(repObject, object); }
     STDMETHODIMP put_repObject(IDispatch** object) override { return Write(repObject, object); }
     STDMETHODIMP putref_repObject(IDispatch** object) override { return Write(repObject, object); }
 
     ole::Ref<trees::NodeDescription> description;
-    _bstr_t key = L"";
+    RecordKey key;
     ole::Object repObject;
 };
 

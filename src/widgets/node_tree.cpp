@@ -1,7 +1,6 @@
 #include "widgets/node_tree.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "ole/error.h"
@@ -117,7 +116,7 @@ void NodeTree::Sync() {
         if (IsOpenInWindow(*parent))
             InsertLevel(*parent);
         else
-            Redraw(*parent);
+            ShowAgain(*parent);
     }
 }
 
@@ -135,8 +134,8 @@ void NodeTree::InsertLevel(TreeNode& parent) {
     while (before != nullptr && before->item == nullptr) before = before->Previous();
     TreeNode* const first = before != nullptr ? before->Next() : parent.FirstChild();
     if (first == nullptr) return;
-    const Still still(handle_);
     if (IsOpenInWindow(parent)) {
+        const Still still(handle_);
         // Where the level is seen, the system works out the lines below each new one.
         HTREEITEM after = before != nullptr ? ItemOf(*before) : TVI_FIRST;
         for (TreeNode* node = first; node != nullptr; node = node->Next()) {
@@ -156,11 +155,9 @@ HTREEITEM NodeTree::Insert(TreeNode& node, HTREEITEM parent, HTREEITEM after) co
     insert.hParent = parent;
     insert.hInsertAfter = after;
     TVITEMW& item = insert.item;
-    item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_CHILDREN | TVIF_PARAM;
-    item.pszText = LPSTR_TEXTCALLBACKW;
-    item.iImage = I_IMAGECALLBACK;
-    item.iSelectedImage = I_IMAGECALLBACK;
-    item.cChildren = I_CHILDRENCALLBACK;
+    // Whole, not to be asked for later: a system that measures its items asks for all of them.
+    item = LookOf(node);
+    item.mask |= TVIF_PARAM;
     item.lParam = node.Number();
     if (checkBoxes_) {
         item.mask |= TVIF_STATE;
@@ -187,7 +184,7 @@ void NodeTree::Remove(TreeNode& node) {
     TreeNode& place = nodes_.PlaceOf(node);
     Doom(node);
     nodes_.Remove(node);
-    if (place.FirstChild() == nullptr) Redraw(place);
+    if (place.FirstChild() == nullptr) ShowAgain(place);
     RemoveDoomed();
 }
 
@@ -217,7 +214,8 @@ void NodeTree::Doom(TreeNode& node) {
 void NodeTree::RemoveDoomed() {
     if (depth_ != 0 || removing_ != 0 || doomed_.empty()) return;
     const std::vector<Doomed> doomed = std::exchange(doomed_, {});
-    const Still still(handle_);
+    std::optional<Still> still;
+    if (doomed.size() > 1) still.emplace(handle_);
     for (const Doomed& each : doomed) {
         Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(each.item));
     }
@@ -234,14 +232,21 @@ void NodeTree::ForgetItems() {
     forget(nodes_.Top());
 }
 
-void NodeTree::Redraw(const TreeNode& node) const {
-    RECT place = {};
+TVITEMW NodeTree::LookOf(TreeNode& node) {
+    TVITEMW item = {};
+    item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_CHILDREN;
+    item.pszText = node.text.data();
+    item.iImage = item.iSelectedImage = node.image == TreeNode::noImage ? I_IMAGENONE : node.image;
+    item.cChildren = node.FirstChild() != nullptr ? 1 : 0;
+    return item;
+}
+
+void NodeTree::ShowAgain(TreeNode& node) {
     if (node.item == nullptr) return;
-    const HTREEITEM item = ItemOf(node);
-    std::memcpy(&place, &item, sizeof item);
-    // The whole line: the text may be longer now, and there may be a button in front of it.
-    if (!Send(TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&place))) return;
-    InvalidateRect(handle_, &place, TRUE);
+    TVITEMW item = LookOf(node);
+    item.mask |= TVIF_HANDLE;
+    item.hItem = ItemOf(node);
+    Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 void NodeTree::Check(TreeNode& node, bool checked) {

@@ -63,7 +63,7 @@ public:
     void Clear();
     void Sync();
     /// A node's text or image is another one.
-    void Redraw(const TreeNode& node) const;
+    void ShowAgain(TreeNode& node);
 
     void Check(TreeNode& node, bool checked);
     void CheckAll(bool checked);
@@ -126,6 +126,7 @@ private:
     static HTREEITEM ItemOf(const TreeNode& node) { return static_cast<HTREEITEM>(node.item); }
     HTREEITEM ItemOrRoot(const TreeNode& node) const;
     NodePtr NodeOf(HTREEITEM item) const;
+    static TVITEMW LookOf(TreeNode& node);
     HTREEITEM Insert(TreeNode& node, HTREEITEM parent, HTREEITEM after) const;
     bool IsOpenInWindow(const TreeNode& node) const;
     /// The children of a node that wait get their items.
@@ -150,7 +151,6 @@ private:
 
     // Notifications of the window.
     std::optional<LRESULT> OnNotify(NMHDR& header);
-    void FillDisplayInfo(TVITEMW& item) const;
     bool OnExpanding(const NMTREEVIEWW& notice);
     void OnExpanded(const NMTREEVIEWW& notice);
     /// What the mouse button went down on.

@@ -153,9 +153,6 @@ std::optional<LRESULT> NodeTree::OnParentMessage(UINT message, WPARAM, LPARAM la
 
 std::optional<LRESULT> NodeTree::OnNotify(NMHDR& header) {
     switch (header.code) {
-        case TVN_GETDISPINFOW:
-            FillDisplayInfo(reinterpret_cast<NMTVDISPINFOW&>(header).item);
-            return 0;
         case TVN_ITEMEXPANDINGW:
             return OnExpanding(reinterpret_cast<const NMTREEVIEWW&>(header)) ? FALSE : TRUE;
         case TVN_ITEMEXPANDEDW:
@@ -193,21 +190,6 @@ std::optional<LRESULT> NodeTree::OnNotify(NMHDR& header) {
         default:
             return std::nullopt;
     }
-}
-
-void NodeTree::FillDisplayInfo(TVITEMW& item) const {
-    const NodePtr node = nodes_.Find(static_cast<std::int32_t>(item.lParam));
-    if (!node || ItemOf(*node) != item.hItem) {
-        // Gone, but still in the window.
-        if ((item.mask & TVIF_TEXT) != 0 && item.cchTextMax > 0) item.pszText[0] = L'\0';
-        item.iImage = item.iSelectedImage = I_IMAGENONE;
-        item.cChildren = 0;
-        return;
-    }
-    if ((item.mask & TVIF_TEXT) != 0) item.pszText = node->text.data();
-    item.iImage = item.iSelectedImage =
-        node->image == TreeNode::noImage ? I_IMAGENONE : node->image;
-    item.cChildren = node->FirstChild() != nullptr ? 1 : 0;
 }
 
 bool NodeTree::OnExpanding(const NMTREEVIEWW& notice) {
@@ -278,7 +260,7 @@ void NodeTree::EndEdit(const NodePtr& node, std::wstring text) {
     if (onEndEdit && !onEndEdit(node, text)) return;
     if (!nodes_.Holds(*node)) return;
     node->text = std::move(text);
-    Redraw(*node);
+    ShowAgain(*node);
 }
 
 bool NodeTree::UsesKey(const MSG& message) const {
