@@ -15,11 +15,7 @@ store::MetaPropertyRef FindProperty(const store::MetaObject& meta, const std::st
     if (folded == "name") role = store::Role::name;
     if (folded == "identifier") role = store::Role::identifier;
     if (folded == "description") role = store::Role::description;
-    if (role == store::Role::value) return nullptr;
-    for (const auto& property : meta.properties) {
-        if (property->role == role) return property;
-    }
-    return nullptr;
+    return role == store::Role::value ? nullptr : meta.Standard(role);
 }
 
 /// Held by the caller: the meta model lets go of it when another program has removed it.

@@ -125,6 +125,15 @@ std::optional<store::Value> ParseReal(std::string_view text) {
     return ParseNumber<Number>(text);
 }
 
+std::optional<store::Value> ParseCurrency(std::string_view text) {
+    const auto number = ParseNumber<double>(text);
+    if (!number) return std::nullopt;
+    const double tenThousandths = std::round(std::get<double>(*number) * 10'000);
+    constexpr double limit = 9.2e18;
+    if (!(std::abs(tenThousandths) < limit)) return std::nullopt;
+    return store::Currency{static_cast<std::int64_t>(tenThousandths)};
+}
+
 std::optional<store::Value> ParseBoolean(std::string_view text) {
     if (text == "true" || text == "1") return true;
     if (text == "false" || text == "0") return false;
@@ -333,6 +342,35 @@ std::optional<store::Value> ParseValue(ValueKind kind, std::string_view text) {
             return ParseDate(trimmed);
         case ValueKind::bytes:
             return ParseBytes(trimmed);
+    }
+    return std::nullopt;
+}
+
+std::optional<store::Value> ParseValue(store::DataType type, std::string_view text) {
+    switch (type) {
+        case store::DataType::boolean:
+            return ParseValue(ValueKind::boolean, text);
+        case store::DataType::byte:
+            return ParseNumber<std::uint8_t>(Trimmed(text));
+        case store::DataType::integer:
+            return ParseValue(ValueKind::int16, text);
+        case store::DataType::longInteger:
+            return ParseValue(ValueKind::int32, text);
+        case store::DataType::longLong:
+            return ParseValue(ValueKind::int64, text);
+        case store::DataType::singleFloat:
+            return ParseValue(ValueKind::float32, text);
+        case store::DataType::doubleFloat:
+            return ParseValue(ValueKind::float64, text);
+        case store::DataType::currency:
+            return ParseCurrency(Trimmed(text));
+        case store::DataType::date:
+            return ParseValue(ValueKind::date, text);
+        case store::DataType::blob:
+            return ParseValue(ValueKind::bytes, text);
+        case store::DataType::string:
+        case store::DataType::variant:
+            return std::string(text);
     }
     return std::nullopt;
 }

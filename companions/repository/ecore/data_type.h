@@ -31,6 +31,8 @@ const char* MetaTypeNameOf(ValueKind kind);
 /// The value that a text stands for; none where it stands for none.
 std::optional<store::Value> ParseValue(ValueKind kind, std::string_view text);
 
+std::optional<store::Value> ParseValue(store::DataType type, std::string_view text);
+
 /// The text of a value: `ParseValue` reads the same value from it.
 std::string FormatValue(const store::Value& value);
 

@@ -121,12 +121,28 @@ private:
                 continue;
             }
             const auto [feature, child] = top.children[top.next++];
-            if (!written_.contains(child)) Begin(child, feature, open);
+            if (written_.contains(child)) {
+                ReportCircle(child);
+            } else {
+                Begin(child, feature, open);
+            }
         }
     }
 
+    void ReportCircle(Id id) {
+        messages_.push_back("\"" + Demand(id)->identifier + "\" contains itself: the link \"" +
+                            Demand(container_.at(id).link)->identifier + "\" is not exported");
+    }
+
+    /// The file's foreign keys promise that there is one.
+    ObjectRef Demand(Id id) const {
+        if (ObjectRef object = store_.Get(id)) return object;
+        throw store::Error(store::Number::invalidFileFormat,
+                           "The repository file is damaged (dangling reference)");
+    }
+
     void Begin(Id id, const Feature* feature, std::vector<Open>& open) {
-        const ObjectRef object = store_.Get(id);
+        const ObjectRef object = Demand(id);
         const Class& type = metamodel_.ClassOf(*object->meta);
         written_.insert(id);
         const std::string uri = NamespaceOf(*type.package);
@@ -220,7 +236,7 @@ private:
                 if (container != container_.end() && container->second.link == link->id) {
                     open.children.emplace_back(slot.feature, link->target);
                 } else if (!slot.feature->containment) {
-                    identifiers.push_back(store_.Get(link->target)->identifier);
+                    identifiers.push_back(Demand(link->target)->identifier);
                     isPlain = isPlain && IsPlainIdentifier(identifiers.back());
                 }
             });
@@ -274,18 +290,19 @@ std::vector<std::string> Export(store::Store& store, const std::string& path) {
     }
     const ExportPaths paths = PathsFor(path);
     std::vector<std::string> messages;
-    const ExportedMetamodel metamodel(store, messages);
     NewFile metamodelFile(paths.metamodel);
     NewFile modelFile(paths.model);
-    xml::Writer metamodelWriter([&](std::string_view piece) { metamodelFile.Write(piece); });
-    metamodel.Write(metamodelWriter);
-    metamodelWriter.Finish();
-    xml::Writer modelWriter([&](std::string_view piece) { modelFile.Write(piece); });
-    InstanceWriter(store, metamodel, modelWriter, messages)
-        .Write(std::string(FileName(paths.metamodel)));
-    modelWriter.Finish();
-    metamodelFile.Commit();
-    modelFile.Commit();
+    store.Look([&] {
+        const ExportedMetamodel metamodel(store, messages);
+        xml::Writer metamodelWriter([&](std::string_view piece) { metamodelFile.Write(piece); });
+        metamodel.Write(metamodelWriter);
+        metamodelWriter.Finish();
+        xml::Writer modelWriter([&](std::string_view piece) { modelFile.Write(piece); });
+        InstanceWriter(store, metamodel, modelWriter, messages)
+            .Write(std::string(FileName(paths.metamodel)));
+        modelWriter.Finish();
+    });
+    metamodelFile.CommitWith(modelFile);
     return messages;
 }
 

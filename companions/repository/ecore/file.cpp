@@ -30,6 +30,47 @@ fs::path PathOf(const std::string& text) {
     throw Error(Number::pathFileAccess, "\"" + path + "\" cannot be written");
 }
 
+/// A name beside a file that no file has.
+std::string TemporaryFor(const std::string& path) {
+    std::error_code failure;
+    for (int i = 1;; ++i) {
+        const std::string name = path + "." + std::to_string(i) + ".tmp";
+        if (!fs::exists(PathOf(name), failure)) return name;
+    }
+}
+
+/// What is at a path before another file takes its place; a copy, so that the path is never without
+/// a file.
+class FormerFile {
+public:
+    explicit FormerFile(const std::string& path) : path_(path) {
+        if (!IsFile(path)) return;
+        copy_ = TemporaryFor(path);
+        std::error_code failure;
+        fs::copy_file(PathOf(path), PathOf(copy_), failure);
+        if (!failure) return;
+        store::RemoveFile(copy_);
+        CannotWrite(path);
+    }
+    ~FormerFile() {
+        if (!copy_.empty()) store::RemoveFile(copy_);
+    }
+    FormerFile(const FormerFile&) = delete;
+    FormerFile& operator=(const FormerFile&) = delete;
+
+    void PutBack() noexcept {
+        if (copy_.empty()) return store::RemoveFile(path_);
+        std::error_code failure;
+        fs::rename(PathOf(copy_), PathOf(path_), failure);
+        // What cannot be put back stays beside the new one.
+        copy_.clear();
+    }
+
+private:
+    const std::string& path_;
+    std::string copy_;
+};
+
 }  // namespace
 
 std::string Normal(const std::string& path) {
@@ -91,10 +132,7 @@ NewFile::NewFile(const std::string& path) : path_(path), stream_(std::make_uniqu
     if (!file.parent_path().empty() && !fs::is_directory(file.parent_path(), failure)) {
         throw Error(Number::pathNotFound, "The folder of \"" + path + "\" does not exist");
     }
-    for (int i = 1; temporary_.empty(); ++i) {
-        const std::string name = path + "." + std::to_string(i) + ".tmp";
-        if (!fs::exists(PathOf(name), failure)) temporary_ = name;
-    }
+    temporary_ = TemporaryFor(path);
     stream_->file.open(PathOf(temporary_), std::ios::binary | std::ios::trunc);
     if (!stream_->file) CannotWrite(path);
 }
@@ -110,9 +148,25 @@ void NewFile::Write(std::string_view piece) {
     if (!stream_->file) CannotWrite(path_);
 }
 
-void NewFile::Commit() {
+void NewFile::CommitWith(NewFile& other) {
+    Close();
+    other.Close();
+    FormerFile former(path_);
+    Place();
+    try {
+        other.Place();
+    } catch (...) {
+        former.PutBack();
+        throw;
+    }
+}
+
+void NewFile::Close() {
     stream_->file.close();
     if (!stream_->file) CannotWrite(path_);
+}
+
+void NewFile::Place() {
     std::error_code failure;
     fs::rename(PathOf(temporary_), PathOf(path_), failure);
     if (failure) CannotWrite(path_);

@@ -32,10 +32,15 @@ public:
     NewFile& operator=(const NewFile&) = delete;
 
     void Write(std::string_view piece);
-    void Commit();
+
+    /// Puts this file and another one in their places: both, or none.
+    void CommitWith(NewFile& other);
 
 private:
     struct Stream;
+    void Close();
+    void Place();
+
     std::string path_;
     std::string temporary_;
     std::unique_ptr<Stream> stream_;

@@ -195,15 +195,19 @@ private:
                               LabelOf(*reference.feature) + text);
             return nullptr;
         };
-        const auto hash = reference.address.find('#');
         Document* file = &document;
-        std::string_view fragment = reference.address;
-        if (hash != std::string_view::npos) {
-            fragment = reference.address.substr(hash + 1);
-            file = FileNamed(document, reference.address.substr(0, hash));
-            if (file == nullptr) return report(" leads to a file that is not imported with it");
+        ObjectIndex::Number number = ObjectIndex::none;
+        if (reference.isIdentifier) number = document.objects.Find(reference.address);
+        if (number == ObjectIndex::none) {
+            const auto hash = reference.address.find('#');
+            std::string_view fragment = reference.address;
+            if (hash != std::string_view::npos) {
+                fragment = reference.address.substr(hash + 1);
+                file = FileNamed(document, reference.address.substr(0, hash));
+                if (file == nullptr) return report(" leads to a file that is not imported with it");
+            }
+            number = file->objects.Follow(fragment);
         }
-        const ObjectIndex::Number number = file->objects.Follow(fragment);
         if (number == ObjectIndex::none) return report(" leads nowhere");
         const ObjectIndex::Object& target = file->objects[number];
         const Class* wanted = reference.feature->target;

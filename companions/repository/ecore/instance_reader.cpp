@@ -32,13 +32,40 @@ bool IsNil(std::span<const xml::Attribute> attributes) {
     });
 }
 
+/// Whether a value that fits a meta type's data type is one of its values.
+bool IsOf(const store::Value& value, const store::MetaType& type) {
+    if (!type.enumeration) return true;
+    const auto& atoms = type.enumeration->atoms;
+    return std::any_of(atoms.begin(), atoms.end(),
+                       [&](const auto& atom) { return store::Value(atom->name) == value; });
+}
+
+/// The text of the literal that has it or that is called so, else the text itself.
+std::string LiteralOr(const Feature& feature, std::string_view text) {
+    if (feature.dataType == nullptr || !feature.dataType->isEnumeration) return std::string(text);
+    const auto& literals = feature.dataType->literals;
+    const auto is = [&](auto member) {
+        return std::find_if(literals.begin(), literals.end(),
+                            [&](const Literal& each) { return each.*member == text; });
+    };
+    auto found = is(&Literal::text);
+    if (found == literals.end()) found = is(&Literal::name);
+    return found == literals.end() ? std::string(text) : found->text;
+}
+
 }  // namespace
 
 void References::Add(ObjectIndex::Number source, const Feature& feature, xml::Position where,
-                     std::string_view address) {
-    entries_.push_back({&feature, texts_.size(), static_cast<std::uint32_t>(address.size()), source,
-                        static_cast<std::uint32_t>(where.line),
-                        static_cast<std::uint32_t>(where.column)});
+                     std::string_view address, bool isIdentifier) {
+    Entry entry{};
+    entry.feature = &feature;
+    entry.begin = texts_.size();
+    entry.length = static_cast<std::uint32_t>(address.size());
+    entry.source = source;
+    entry.line = static_cast<std::uint32_t>(where.line);
+    entry.column = static_cast<std::uint32_t>(where.column) & 0x7FFF'FFFFu;
+    entry.isIdentifier = isIdentifier ? 1 : 0;
+    entries_.push_back(entry);
     texts_ += address;
 }
 
@@ -167,8 +194,9 @@ void InstanceReader::StartReference(const Slot& slot, std::span<const xml::Attri
     const Number owner = frames_[depth_ - 1].object;
     bool isDone = IsNil(attributes);
     for (const xml::Attribute& each : attributes) {
-        if (!IsPlain(each, "href") && !IsXmi(each, "idref")) continue;
-        document_.references.Add(owner, *slot.feature, reader_.Where(), each.value);
+        const bool isIdentifier = IsXmi(each, "idref");
+        if (!IsPlain(each, "href") && !isIdentifier) continue;
+        document_.references.Add(owner, *slot.feature, reader_.Where(), each.value, isIdentifier);
         isDone = true;
     }
     if (!isDone && slot.feature->containment) {
@@ -268,7 +296,7 @@ void InstanceReader::StartObject(const Class& type, const Slot* slot,
         if (hasXmiId && IsXmi(each, "id")) document_.objects.AddIdentifier(each.value, number);
     }
     if (!description.empty()) {
-        const auto property = type.metaNode->properties.Find("Description");
+        const auto property = type.metaNode->Standard(store::Role::description);
         loader_.SetValue(object.id, *property, std::string(description));
     }
     SetAttributes(type, attributes);
@@ -316,9 +344,7 @@ void InstanceReader::EndObject() {
             Report("a text in a " + object.type->name);
         }
     }
-    for (const auto& [slot, values] : frame.several) {
-        loader_.SetValue(object.id, *slot->property, JoinLines(values));
-    }
+    for (const auto& [slot, values] : frame.several) SetValue(frame, *slot, JoinLines(values));
 }
 
 void InstanceReader::SetAttribute(const Slot& slot, std::string_view text) {
@@ -348,23 +374,22 @@ void InstanceReader::AddSingle(Frame& frame, const Slot& slot, std::string_view 
         return Report("a second value of " + LabelOf(feature));
     }
     frame.written.push_back(&slot);
-    std::optional<store::Value> value;
-    if (feature.dataType != nullptr && feature.dataType->isEnumeration) {
-        for (const Literal& literal : feature.dataType->literals) {
-            if (literal.text == text) value = literal.text;
-        }
-        for (const Literal& literal : feature.dataType->literals) {
-            if (!value && literal.name == text) value = literal.text;
-        }
-    } else {
-        value = ParseValue(feature.type.kind, text);
-    }
-    if (!value) return Report("\"" + std::string(text) + "\" is no value of " + LabelOf(feature));
+    // An empty name is as good as none.
+    const bool isNone = slot.property->role == store::Role::name && text.empty();
+    if (!isNone && !SetValue(frame, slot, LiteralOr(feature, text))) return;
     ++counts_.values;
     if (feature.isId) AddObjectIdentifier(frame, text);
-    // An empty name is as good as none.
-    if (slot.property->role == store::Role::name && text.empty()) return;
-    loader_.SetValue(document_.objects[frame.object].id, *slot.property, *value);
+}
+
+bool InstanceReader::SetValue(const Frame& frame, const Slot& slot, const std::string& text) {
+    const store::MetaProperty& property = *slot.property;
+    const auto value = ParseValue(property.type->dataType, text);
+    if (value && IsOf(*value, *property.type)) {
+        loader_.SetValue(document_.objects[frame.object].id, property, *value);
+        return true;
+    }
+    Report("\"" + text + "\" is no value of " + LabelOf(*slot.feature));
+    return false;
 }
 
 void InstanceReader::AddObjectIdentifier(const Frame& frame, std::string_view text) {

@@ -40,10 +40,12 @@ public:
         const Feature* feature;
         xml::Position where;
         std::string_view address;
+        /// Whether the address is an identifier in the same file, whatever it looks like.
+        bool isIdentifier;
     };
 
     void Add(ObjectIndex::Number source, const Feature& feature, xml::Position where,
-             std::string_view address);
+             std::string_view address, bool isIdentifier = false);
 
     template <class Use>
     void ForEach(Use&& use) const {
@@ -51,7 +53,8 @@ public:
             use(Reference{each.source,
                           each.feature,
                           {each.line, each.column},
-                          std::string_view(texts_).substr(each.begin, each.length)});
+                          std::string_view(texts_).substr(each.begin, each.length),
+                          each.isIdentifier != 0});
         }
     }
 
@@ -62,7 +65,8 @@ private:
         std::uint32_t length;
         ObjectIndex::Number source;
         std::uint32_t line;
-        std::uint32_t column;
+        std::uint32_t column : 31;
+        std::uint32_t isIdentifier : 1;
     };
 
     std::vector<Entry> entries_;
@@ -130,6 +134,8 @@ private:
     void AddSingle(Frame& frame, const Slot& slot, std::string_view text);
     void AddObjectIdentifier(const Frame& frame, std::string_view text);
     void AddAddresses(const Slot& slot, std::string_view text);
+    /// Sets a value of the property's present type; a text that is none is reported. False then.
+    bool SetValue(const Frame& frame, const Slot& slot, const std::string& text);
 
     void Skip(const std::string& text);
     void Report(const std::string& text);

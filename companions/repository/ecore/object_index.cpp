@@ -60,14 +60,16 @@ ObjectIndex::Number ObjectIndex::Child(Number parent, const Feature& feature,
     return objects_[found].containment == &feature ? found : none;
 }
 
-ObjectIndex::Number ObjectIndex::Follow(std::string_view fragment) {
-    if (!fragment.empty() && fragment.front() != '/') {
-        if (const auto found = byIdentifier_.find(fragment); found != byIdentifier_.end()) {
-            return found->second;
-        }
-        const auto further = byFurtherIdentifier_.find(fragment);
-        return further == byFurtherIdentifier_.end() ? none : further->second;
+ObjectIndex::Number ObjectIndex::Find(std::string_view identifier) const {
+    if (const auto found = byIdentifier_.find(identifier); found != byIdentifier_.end()) {
+        return found->second;
     }
+    const auto further = byFurtherIdentifier_.find(identifier);
+    return further == byFurtherIdentifier_.end() ? none : further->second;
+}
+
+ObjectIndex::Number ObjectIndex::Follow(std::string_view fragment) {
+    if (!fragment.empty() && fragment.front() != '/') return Find(fragment);
     if (firstChild_.empty()) Sort();
     // Before the first slash is nothing, after it the number of the root, nothing for the first.
     const auto steps = Split(fragment, '/');

@@ -41,6 +41,9 @@ public:
     /// objects have been added before.
     Number Follow(std::string_view fragment);
 
+    /// The object with that identifier; `none` for none.
+    Number Find(std::string_view identifier) const;
+
 private:
     void Sort();
     Number Child(Number parent, const Feature& feature, std::size_t index) const;

@@ -71,6 +71,13 @@ std::shared_ptr<T> Demand(const std::unordered_map<Id, std::shared_ptr<T>>& elem
 
 }  // namespace
 
+MetaPropertyRef MetaObject::Standard(Role role) const {
+    for (const MetaPropertyRef& property : properties) {
+        if (property->role == role) return property;
+    }
+    return nullptr;
+}
+
 bool MetaNode::IsKindOf(const MetaNode& other) const {
     if (this == &other) return true;
     std::vector<const MetaNode*> known = {this};

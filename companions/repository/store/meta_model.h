@@ -53,6 +53,9 @@ struct MetaObject : Element {
     bool builtIn = false;
     NamedList<MetaProperty> properties;
 
+    /// The property of every object for its name, identifier or description, however it is called.
+    std::shared_ptr<MetaProperty> Standard(Role role) const;
+
     /// The number of instances, once it was asked for.
     mutable std::optional<std::int64_t> instances;
 };

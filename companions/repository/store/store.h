@@ -49,6 +49,14 @@ public:
     /// Forgets what was read, so that everything shows the present content of the file.
     void Refresh();
 
+    /// Runs `work`, which only reads, on one state of the file, whatever other programs do.
+    template <class Work>
+    void Look(Work&& work) {
+        const Snapshot snapshot(*database_);
+        if (depth_ == 0 && IsOutdated()) Resync();
+        work();
+    }
+
     void SetBusyTimeout(int milliseconds);
 
     /// Runs `work` as one change of that name: it happens completely or, when `work` throws, not at

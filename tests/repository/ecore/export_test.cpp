@@ -1,7 +1,13 @@
+#include <atomic>
+#include <deque>
 #include <filesystem>
+#include <iterator>
+#include <thread>
 
 #include "repository/ecore/exporter.h"
+#include "repository/ecore/file.h"
 #include "repository/ecore/model_fixture.h"
+#include "repository/store/loader.h"
 
 namespace repository::ecore {
 namespace {
@@ -12,6 +18,12 @@ using testing::IsEmpty;
 
 class EcoreExport : public ModelTest {
 protected:
+    std::size_t FileCount() const {
+        using Iterator = std::filesystem::directory_iterator;
+        return static_cast<std::size_t>(
+            std::distance(Iterator(store::PathOf(scratch.Folder())), Iterator()));
+    }
+
     /// Exports the repository, imports that into another one and compares the two.
     void ExpectSameAgain() {
         EXPECT_THAT(Export(*store, Path("out.xmi")), IsEmpty());
@@ -167,9 +179,112 @@ TEST_F(EcoreExport, ObjectsThatContainEachOtherAreWrittenOnce) {
          {"m.xmi", Model("<p:A><in><in/></in></p:A>")}});
     store->MakeLink(store->Meta().links.Find("A.in"), store->Find("m~3"), store->Find("m~1"),
                     "back", "");
-    Export(*store, Path("out.xmi"));
+    EXPECT_THAT(Export(*store, Path("out.xmi")),
+                ElementsAre("\"m~1\" contains itself: the link \"back\" is not exported"));
     const auto again = store::Store::Create(store::inMemory);
     EXPECT_EQ(Import(*again, {Path("out.xmi")}).counts.objects, 3);
+}
+
+TEST_F(EcoreExport, ReferencesToUnusualIdentifiers) {
+    Take(library, Model("<p:Library name='L'/>"));
+    const auto best = store->Meta().links.Find("Library.best");
+    const auto book = store->Meta().nodes.Find("Book");
+    for (const std::string identifier :
+         {"a#b", "#", "/", "/0", "//@books.0", "x y", "m.xmi#/0", "plain"}) {
+        store->MakeNode(book, identifier, identifier);
+        store->Change([&] {
+            store::Loader(*store).AddLink(*best, store->Find("m~1")->id,
+                                          store->Find(identifier)->id);
+        });
+    }
+    ExpectSameAgain();
+}
+
+TEST_F(EcoreExport, BothFilesAreReplacedOrNone) {
+    Write("out.ecore", "before");
+    {
+        NewFile metamodel(Path("out.ecore"));
+        NewFile model(Path("out.xmi"));
+        metamodel.Write("after");
+        model.Write("after");
+        std::filesystem::create_directories(store::PathOf(Path("out.xmi/in")));
+        EXPECT_EQ(store::NumberOf([&] { metamodel.CommitWith(model); }),
+                  store::Number::pathFileAccess);
+        EXPECT_EQ(store::ReadFile(Path("out.ecore")), "before");
+        std::filesystem::remove_all(store::PathOf(Path("out.xmi")));
+    }
+    EXPECT_EQ(FileCount(), 1u);
+    NewFile metamodel(Path("out.ecore"));
+    NewFile model(Path("out.xmi"));
+    metamodel.Write("after");
+    metamodel.CommitWith(model);
+    EXPECT_EQ(store::ReadFile(Path("out.ecore")), "after");
+    EXPECT_EQ(FileCount(), 2u);
+}
+
+/// A repository file that another program changes.
+class SharedExport : public EcoreExport {
+protected:
+    void SetUp() override {
+        Take(library, Model("<p:Library xmi:id='l'/>"));
+        store->SaveAs(Path("a.orv"));
+        store->SetBusyTimeout(60'000);
+        theirs = store::Store::Open(Path("a.orv"));
+        theirs->SetBusyTimeout(60'000);
+    }
+
+    std::unique_ptr<store::Store> theirs;
+};
+
+TEST_F(SharedExport, WhatTheOtherMadeIsExported) {
+    const auto city = theirs->MakeMetaNode("City", "");
+    theirs->MakeNode(city, "paris", "Paris");
+    theirs->Remove(store::MetaObjectRef(theirs->Meta().nodes.Find("Note")));
+    EXPECT_THAT(Export(*store, Path("out.xmi")), IsEmpty());
+    EXPECT_THAT(store::ReadFile(Path("out.xmi")), HasSubstr("City xmi:id=\"paris\""));
+    EXPECT_THAT(store::ReadFile(Path("out.ecore")), testing::Not(HasSubstr("Note")));
+}
+
+TEST_F(SharedExport, AnExportShowsOneStateOfTheFile) {
+    constexpr int count = 300;
+    const auto book = theirs->Meta().nodes.Find("Book");
+    const auto best = theirs->Meta().links.Find("Library.best");
+    std::deque<store::ObjectRef> books;
+    int made = 0;
+    const auto make = [&] {
+        books.push_back(theirs->MakeNode(book, "b" + std::to_string(made++), ""));
+        theirs->MakeLink(best, theirs->Find("l"), books.back(), "to " + books.back()->identifier,
+                         "");
+    };
+    theirs->Change([&] {
+        for (int i = 0; i < count; ++i) make();
+    });
+    std::atomic<bool> isDone = false;
+    std::thread other([&] {
+        while (!isDone) {
+            theirs->Change([&] {
+                for (int i = 0; i < count / 3; ++i) {
+                    theirs->Remove(books.front());
+                    books.pop_front();
+                    make();
+                }
+            });
+        }
+    });
+    std::vector<std::size_t> exported;
+    for (int i = 0; i < 20; ++i) {
+        Export(*store, Path("out.xmi"));
+        const std::string text = store::ReadFile(Path("out.xmi"));
+        std::size_t found = 0;
+        for (auto at = text.find("<p:Book"); at != std::string::npos;
+             at = text.find("<p:Book", at + 1)) {
+            ++found;
+        }
+        exported.push_back(found);
+    }
+    isDone = true;
+    other.join();
+    EXPECT_THAT(exported, testing::Each(static_cast<std::size_t>(count)));
 }
 
 TEST_F(EcoreExport, TheFilesAreReplacedWhenTheyAreComplete) {
@@ -181,12 +296,7 @@ TEST_F(EcoreExport, TheFilesAreReplacedWhenTheyAreComplete) {
     EXPECT_EQ(store::NumberOf([&] { Export(*store, Path("no/out.xmi")); }),
               store::Number::pathNotFound);
     EXPECT_EQ(store::NumberOf([&] { Export(*store, ""); }), store::Number::pathFileAccess);
-    std::size_t files = 0;
-    for ([[maybe_unused]] const auto& each :
-         std::filesystem::directory_iterator(store::PathOf(scratch.Folder()))) {
-        ++files;
-    }
-    EXPECT_EQ(files, 4u);
+    EXPECT_EQ(FileCount(), 4u);
 }
 
 }  // namespace

@@ -214,6 +214,43 @@ TEST_F(EcoreImport, ValuesHaveTheTypesOfTheirAttributes) {
     EXPECT_EQ(Value("m~1", "big"), "123456789012345678901234567890");
 }
 
+TEST_F(EcoreImport, ValuesAreOfThePresentTypesOfTheirProperties) {
+    const std::string attribute = "<eStructuralFeatures xsi:type='ecore:EAttribute' ";
+    const std::string ecore = " eType='ecore:EDataType http://www.eclipse.org/emf/2002/Ecore#//";
+    Take({{"p.ecore",
+           Metamodel("<eClassifiers xsi:type='ecore:EClass' name='A'>" + attribute + "name='size'" +
+                     ecore + "EString'/>" + attribute + "name='count'" + ecore + "EInt'/>" +
+                     attribute + "name='words' upperBound='-1'" + ecore + "EString'/>" + attribute +
+                     "name='kind' eType='#//Kind'/></eClassifiers>"
+                     "<eClassifiers xsi:type='ecore:EEnum' name='Kind'>"
+                     "<eLiterals name='k'/></eClassifiers>")}});
+    const auto& properties = store->Meta().nodes.Find("A")->properties;
+    const auto& types = store->Meta().types;
+    store->Retype(properties.Find("size"), types.Find("Long"));
+    store->Retype(properties.Find("count"), types.Find("Kind"));
+    store->Retype(properties.Find("words"), types.Find("Currency"));
+    store->Retype(properties.Find("kind"), types.Find("String"));
+    const ImportResult result =
+        Take({{"m.xmi", Model("<xmi:XMI><p:A xmi:id='a' size='7' kind='k' words='1.5'/>\n"
+                              "<p:A xmi:id='b' size='big' count='8' words='x y'/></xmi:XMI>")}});
+    EXPECT_EQ(store->GetValue(*Object("a"), *properties.Find("size")),
+              store::Value(std::int32_t{7}));
+    EXPECT_EQ(store->GetValue(*Object("a"), *properties.Find("words")),
+              store::Value(store::Currency{15'000}));
+    EXPECT_EQ(Value("a", "kind"), "k");
+    EXPECT_FALSE(store->HasValue(*Object("b"), *properties.Find("size")));
+    EXPECT_THAT(result.messages, ElementsAre(HasSubstr("m.xmi:3:1: \"big\" is no value of A.size"),
+                                             HasSubstr("m.xmi:3:1: \"8\" is no value of A.count"),
+                                             HasSubstr("\"x\ny\" is no value of A.words")));
+}
+
+TEST_F(EcoreImport, WhatEveryObjectHasMayBeCalledOtherwise) {
+    Take({{"p.ecore", Metamodel("<eClassifiers xsi:type='ecore:EClass' name='A'/>")}});
+    store->Rename(store->Meta().nodes.Find("A")->properties.Find("Description"), "About");
+    Take({{"m.xmi", Model("<p:A xmlns:o='urn:orvane:repository' o:description='red'/>")}});
+    EXPECT_EQ(Value("m~1", "About"), "red");
+}
+
 TEST_F(EcoreImport, OmittedValuesReadAsTheirDefaults) {
     Take(Metamodel(
              ClassWith(Attribute("a", "EInt") + Attribute("b", "EInt", "defaultValueLiteral='5'") +
