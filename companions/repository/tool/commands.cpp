@@ -13,6 +13,7 @@
 #include "repository/store/error.h"
 #include "repository/store/file.h"
 #include "repository/store/store.h"
+#include "repository/store/text.h"
 
 namespace repository::tool {
 
@@ -48,9 +49,16 @@ void Import(const std::vector<std::string>& arguments, std::ostream& output) {
         }
     }
     const bool isThere = path == store::inMemory || ecore::IsFile(path);
-    const auto repository = isThere ? Store::Open(path) : Store::Create(path);
+    auto repository = isThere ? Store::Open(path) : Store::Create(path);
     const auto begin = std::chrono::steady_clock::now();
-    const ecore::ImportResult result = ecore::Import(*repository, files);
+    ecore::ImportResult result;
+    try {
+        result = ecore::Import(*repository, files);
+    } catch (...) {
+        repository.reset();
+        if (!isThere) store::RemoveFile(store::Absolute(path));
+        throw;
+    }
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
     const ecore::Counts& counts = result.counts;
     Print(output, result.messages);
@@ -100,7 +108,16 @@ void Info(const std::vector<std::string>& arguments, std::ostream& output) {
     }
 }
 
-/// A connection to a repository file that cannot change it.
+/// What would let a query change something: a change of the settings that forbid it, another file.
+int Authorize(void*, int action, const char* name, const char* value, const char*, const char*) {
+    if (action == SQLITE_ATTACH || action == SQLITE_DETACH) return SQLITE_DENY;
+    if (action != SQLITE_PRAGMA || value == nullptr) return SQLITE_OK;
+    const std::string pragma = store::FoldCase(name);
+    return pragma == "query_only" || pragma == "journal_mode" ? SQLITE_DENY : SQLITE_OK;
+}
+
+/// A connection to a repository file that changes nothing in it. It may write the file all the
+/// same: what a program that was killed has left half done is taken back first.
 class Reading {
 public:
     explicit Reading(const std::string& path) {
@@ -108,8 +125,8 @@ public:
             throw store::Error(store::Number::fileNotFound,
                                "\"" + path + "\" is no repository file");
         }
-        const int result =
-            sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READONLY, nullptr);
+        int result = sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READWRITE, nullptr);
+        if (result == SQLITE_OK) result = Configure();
         if (result == SQLITE_OK) return;
         const std::string text = sqlite3_errstr(result);
         sqlite3_close(connection_);
@@ -142,6 +159,14 @@ public:
     }
 
 private:
+    int Configure() {
+        sqlite3_busy_timeout(connection_, Store::defaultBusyTimeout);
+        const int result =
+            sqlite3_exec(connection_, "PRAGMA query_only = ON", nullptr, nullptr, nullptr);
+        return result == SQLITE_OK ? sqlite3_set_authorizer(connection_, Authorize, nullptr)
+                                   : result;
+    }
+
     sqlite3* connection_ = nullptr;
 };
 

@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
 #include <sstream>
+#include <thread>
 
+#include "repository/store/database.h"
 #include "repository/store/scratch.h"
 
 namespace repository::tool {
@@ -92,6 +96,65 @@ TEST_F(Commands, CheckFindsDamage) {
     for (std::size_t at = 3 * 4096; at < content.size(); at += 97) content[at] ^= 0x55;
     store::WriteFile(file, content);
     EXPECT_EQ(Call({"check", file}), 1);
+}
+
+TEST_F(Commands, AFileWhoseWriterWasKilledIsCheckedAndRead) {
+    Call({"import", file, metamodel, model});
+    const std::string copy = scratch.File("b.orvane");
+    {
+        // So little memory that the file is written in the middle of the change.
+        store::Database writer(file, store::Database::Mode::readWrite);
+        writer.Execute("PRAGMA cache_size = 1");
+        writer.Execute("BEGIN");
+        writer.Execute(
+            "WITH RECURSIVE number(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM number LIMIT 2000) "
+            "INSERT INTO object(meta, identifier, name, name_key) SELECT "
+            "(SELECT max(meta) FROM object WHERE source IS NULL), 'x' || n, 'x', 'x' FROM number");
+        writer.Execute("UPDATE object SET name = 'y'");
+        std::filesystem::copy_file(store::PathOf(file), store::PathOf(copy));
+        std::filesystem::copy_file(store::PathOf(file + "-journal"),
+                                   store::PathOf(copy + "-journal"));
+    }
+    EXPECT_EQ(Call({"check", copy}), 0) << errors;
+    EXPECT_EQ(output, "no damage\n");
+    EXPECT_EQ(Call({"query", copy, "SELECT identifier FROM node WHERE name = 'y'"}), 0);
+    EXPECT_EQ(output, "");
+}
+
+TEST_F(Commands, AFileInUseIsWaitedFor) {
+    Call({"import", file, metamodel, model});
+    store::Database writer(file, store::Database::Mode::readWrite);
+    writer.Execute("BEGIN EXCLUSIVE");
+    std::thread later([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        writer.Execute("COMMIT");
+    });
+    const int result = Call({"query", file, "SELECT count(*) FROM node"});
+    later.join();
+    EXPECT_EQ(result, 0) << errors;
+    EXPECT_EQ(output, "3\n");
+}
+
+TEST_F(Commands, NoQueryCanChangeTheFile) {
+    Call({"import", file, metamodel, model});
+    const std::string before = store::ReadFile(file);
+    for (const std::string& sql :
+         std::vector<std::string>{"PRAGMA query_only = OFF; DELETE FROM object",
+                                  "PRAGMA journal_mode = WAL", "PRAGMA user_version = 9", "VACUUM",
+                                  "ATTACH '" + scratch.File("c.orvane") + "' AS c"}) {
+        EXPECT_EQ(Call({"query", file, sql}), 1) << sql;
+    }
+    EXPECT_EQ(store::ReadFile(file), before);
+    EXPECT_FALSE(std::filesystem::exists(store::PathOf(scratch.File("c.orvane"))));
+}
+
+TEST_F(Commands, AFaultyModelLeavesNoRepositoryBehind) {
+    store::WriteFile(model, "<p:Box xmlns:p='urn:p'>");
+    EXPECT_EQ(Call({"import", file, metamodel, model}), 1);
+    EXPECT_FALSE(std::filesystem::exists(store::PathOf(file)));
+    EXPECT_EQ(Call({"import", file, metamodel}), 0);
+    EXPECT_EQ(Call({"import", file, model}), 1);
+    EXPECT_EQ(Call({"check", file}), 0);
 }
 
 TEST_F(Commands, FailuresEndWithOne) {
