@@ -97,11 +97,12 @@ HRESULT LateBoundObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
 }
 
 HRESULT LateBoundObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-    constexpr std::array<std::pair<const wchar_t*, DISPID>, 4> known = {{
+    constexpr std::array<std::pair<const wchar_t*, DISPID>, 5> known = {{
         {L"Extension", extension},
         {L"GetProperty", getProperty},
         {L"name", name},
         {L"identifier", identifier},
+        {L"MetaNodes", metaNodes},
     }};
     if (count != 1) return DISP_E_UNKNOWNNAME;
     const auto found = std::find_if(known.begin(), known.end(), [&](const auto& each) {
@@ -139,9 +140,17 @@ HRESULT Node::Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) {
 MetaNode::MetaNode(std::size_t count) : nodes_(hosting::Make<NodeCollection>(count)) {}
 
 HRESULT MetaNode::Answer(DISPID id, const DISPPARAMS&, VARIANT& result) {
+    if (id == name) return AnswerText(L"Nodes", result);
     if (id != extension) return DISP_E_MEMBERNOTFOUND;
     V_VT(&result) = VT_DISPATCH;
     V_DISPATCH(&result) = hosting::Ref<IDispatch>(nodes_).Detach();
+    return S_OK;
+}
+
+HRESULT Root::Answer(DISPID id, const DISPPARAMS&, VARIANT& result) {
+    if (id != metaNodes) return DISP_E_MEMBERNOTFOUND;
+    V_VT(&result) = VT_DISPATCH;
+    V_DISPATCH(&result) = hosting::Ref<IDispatch>(metaNode_).Detach();
     return S_OK;
 }
 

@@ -21,7 +21,7 @@ protected:
     /// What a member gives; the caller owns it.
     virtual HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) = 0;
 
-    enum Member : DISPID { extension = 1, getProperty, name, identifier };
+    enum Member : DISPID { extension = 1, getProperty, name, identifier, metaNodes };
 };
 
 /// A node whose properties "Name" and "A" to "D" are its name, and so is its identifier.
@@ -52,6 +52,17 @@ private:
     HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) override;
 
     hosting::Ref<class NodeCollection> nodes_;
+};
+
+/// A repository that has one meta node, whatever it is asked for.
+class Root final : public LateBoundObject {
+public:
+    explicit Root(hosting::Ref<IDispatch> metaNode) : metaNode_(std::move(metaNode)) {}
+
+private:
+    HRESULT Answer(DISPID id, const DISPPARAMS& parameters, VARIANT& result) override;
+
+    hosting::Ref<IDispatch> metaNode_;
 };
 
 }  // namespace bench

@@ -45,7 +45,8 @@ void DescribedTree::FillFrom(const widgets::NodePtr& node,
     if (!description) ole::Throw(ole::Number::objectNotSet);
     const std::wstring_view typ = ole::ViewOf(description->typ);
     if (typ == L"Folder") {
-        Add(NextNumber(counter_), node, description->caption, description, {});
+        const _bstr_t text = description->caption;
+        Add(NextNumber(counter_), node, ole::ViewOf(text), description, {});
     } else if (typ == L"Extension") {
         AddExtension(node, description);
     } else if (typ == L"Links") {
@@ -59,8 +60,9 @@ void DescribedTree::AddExtension(const widgets::NodePtr& node,
     const ole::Object metaNode = root.CallForObject(L"MetaNodes", description->objectType);
     metaNode.CallForObject(L"Extension").Each([&](const ole::Object& object) {
         const std::int32_t number = NextNumber(counter_);
-        const _bstr_t text = ole::ToText(object.Call(L"GetProperty", description->caption));
-        Add(number, node, text, description, object);
+        _variant_t text = object.Call(L"GetProperty", description->caption);
+        ole::MakeText(text);
+        Add(number, node, ole::ViewOf(V_BSTR(&text)), description, object);
     });
 }
 
@@ -72,14 +74,16 @@ void DescribedTree::AddLinks(const widgets::NodePtr& node,
     object.CallForObject(L"Outgoing_", description->objectType).Each([&](const ole::Object& link) {
         const ole::Object target = link.CallForObject(L"Target");
         const std::int32_t number = NextNumber(counter_);
-        Add(number, node, ole::ToText(target.Call(L"name")), description, target);
+        _variant_t text = target.Call(L"name");
+        ole::MakeText(text);
+        Add(number, node, ole::ViewOf(V_BSTR(&text)), description, target);
     });
 }
 
-void DescribedTree::Add(std::int32_t number, const widgets::NodePtr& parent, const _bstr_t& text,
+void DescribedTree::Add(std::int32_t number, const widgets::NodePtr& parent, std::wstring_view text,
                         const ole::Ref<NodeDescription>& description, const ole::Object& object) {
     const widgets::NodePtr node =
-        pane_.AddNode(number, parent, ole::ViewOf(text), ole::ViewOf(description->picture));
+        pane_.AddNode(number, parent, text, ole::ViewOf(description->picture));
     AddInfo(number, description, object);
     if (description->Children().Count() > 0) AddPlaceholder(pane_, counter_, node, dummyImage);
 }

@@ -45,7 +45,7 @@ private:
     void AddExtension(const widgets::NodePtr& node, const ole::Ref<NodeDescription>& description);
     void AddLinks(const widgets::NodePtr& node, const ole::Ref<NodeDescription>& description);
     /// Adds a node with a record, and a placeholder below it where it can be opened.
-    void Add(std::int32_t number, const widgets::NodePtr& parent, const _bstr_t& text,
+    void Add(std::int32_t number, const widgets::NodePtr& parent, std::wstring_view text,
              const ole::Ref<NodeDescription>& description, const ole::Object& object);
     void AddInfo(std::int32_t number, const ole::Ref<NodeDescription>& description,
                  const ole::Object& object);
