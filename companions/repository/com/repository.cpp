@@ -1,5 +1,6 @@
 #include "repository/com/repository.h"
 
+#include <chrono>
 #include <type_traits>
 #include <utility>
 
@@ -250,9 +251,15 @@ void Repository::ImportAll(const std::vector<std::string>& files) {
         messages.insert(messages.end(), further.begin(), further.end());
     };
     long reported = -1;
+    std::chrono::steady_clock::time_point last;
     const auto progress = [&](std::uint64_t done, std::uint64_t total) {
         const auto percent = static_cast<long>(done * 100 / (total == 0 ? 1 : total));
-        return std::exchange(reported, percent) == percent || FireImportProgress(percent);
+        const auto now = std::chrono::steady_clock::now();
+        // A host that may cancel is asked even where there is no progress in percent.
+        if (percent == reported && now - last < std::chrono::milliseconds(100)) return true;
+        reported = percent;
+        last = now;
+        return FireImportProgress(percent);
     };
     importing_ = true;
     const std::unique_ptr<bool, void (*)(bool*)> atEnd(&importing_,

@@ -6,9 +6,10 @@
 
 namespace repository::ecore {
 
-void FileScan::Read(const std::string& path) {
+void FileScan::Read(const std::string& path, const std::function<void()>& advance) {
     ReadFile(path, [&](std::string_view piece, bool last) {
         reader_.Read(piece, last);
+        advance();
         return !isDone_;
     });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,7 +17,8 @@ class FileScan final : public xml::Handler {
 public:
     FileScan() : builder_(tree_), reader_(*this) {}
 
-    void Read(const std::string& path);
+    /// Calls `advance` now and then.
+    void Read(const std::string& path, const std::function<void()>& advance);
 
     bool HasMetamodel() const { return !packages_.empty(); }
     bool HasInstances() const { return hasInstances_; }

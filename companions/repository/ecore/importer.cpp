@@ -70,7 +70,7 @@ private:
     void Scan(const std::string& path, bool isWanted) {
         FileScan scan;
         const std::string shown(FileName(path));
-        Reading(shown, [&] { scan.Read(path); });
+        Reading(shown, [&] { scan.Read(path, [&] { Advance(0); }); });
         const std::size_t place = metamodelFiles_.size();
         if (scan.HasMetamodel()) metamodelFiles_.push_back(scan.TakeMetamodel(path, shown));
         if (!isWanted) return;

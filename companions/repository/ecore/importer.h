@@ -10,7 +10,8 @@
 
 namespace repository::ecore {
 
-/// How far an operation is, in bytes; false ends it, with nothing changed.
+/// How far an operation is, in bytes; false ends it, with nothing changed. It is also called while
+/// the number stays the same.
 using Progress = std::function<bool(std::uint64_t done, std::uint64_t total)>;
 
 struct ImportResult {

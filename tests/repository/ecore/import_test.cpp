@@ -503,6 +503,8 @@ TEST_F(EcoreImport, AnImportIsOneChangeAndCanBeCancelled) {
     std::uint64_t last = 0;
     int calls = 0;
     Import(*store, {metamodel, model}, [&](std::uint64_t done, std::uint64_t total) {
+        // It can be cancelled while the metamodels are read already.
+        EXPECT_TRUE(calls > 1 || done == 0);
         EXPECT_LE(last, done);
         EXPECT_LE(done, total);
         last = done;
