@@ -29,7 +29,8 @@ public:
     /// Milliseconds to wait for another program that is using the file.
     static constexpr int defaultBusyTimeout = 2000;
 
-    /// Makes a new repository. A file that has content is left alone (58).
+    /// Makes a new repository. A repository file that is there is left alone (58), and so is a file
+    /// with other content (321).
     static std::unique_ptr<Store> Create(const std::string& path);
     /// Opens a repository file. Errors: 53, 70, 75, 76, and 321 for what is no repository, damaged,
     /// or of a later version.

@@ -185,5 +185,17 @@ TEST(RepositoryFile, OtherToolsCanReadNodesLinksAndValues) {
               1);
 }
 
+TEST(RepositoryFile, AConnectionKeepsWhatIsCommittedThroughAPowerFailure) {
+    const Scratch scratch;
+    const std::string file = scratch.File("a.orv");
+    Store::Create(file);
+    Database database(file, Database::Mode::readWrite);
+    Configure(database, 10);
+    constexpr int extra = 3;
+    EXPECT_EQ(database.ReadInteger("PRAGMA synchronous"), extra);
+    EXPECT_EQ(database.ReadInteger("PRAGMA foreign_keys"), 1);
+    EXPECT_EQ(database.ReadInteger("SELECT journal_mode = 'delete' FROM pragma_journal_mode"), 1);
+}
+
 }  // namespace
 }  // namespace repository::store
