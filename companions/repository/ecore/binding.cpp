@@ -38,7 +38,47 @@ std::string FreeName(const std::string& wanted, const std::string& longer, IsTak
     }
 }
 
+/// The text of the default that an attribute has, by itself or by its type.
+std::optional<std::string> ImpliedDefault(const Feature& feature) {
+    if (feature.many || feature.hasNoDefault) return std::nullopt;
+    if (feature.defaultText) return feature.defaultText;
+    if (feature.dataType != nullptr && feature.dataType->isEnumeration) {
+        if (feature.dataType->literals.empty()) return std::nullopt;
+        return feature.dataType->literals.front().text;
+    }
+    if (feature.type.initial == nullptr) return std::nullopt;
+    return feature.type.initial;
+}
+
 }  // namespace
+
+store::MetaTypeRef UsualType(const store::MetaModel& meta, const Feature& feature) {
+    const store::NamedList<store::MetaType>& types = meta.types;
+    const store::MetaTypeRef usual = types.Find(MetaTypeNameOf(feature.type.kind));
+    if (const auto own = feature.ownType.empty() ? nullptr : types.Find(feature.ownType)) {
+        const bool fits = feature.many ? own->dataType == store::DataType::string
+                                       : usual && own->dataType == usual->dataType;
+        if (fits && !own->enumeration) return own;
+    }
+    const bool isLong = feature.type.kind == ValueKind::text && feature.isElement;
+    if (feature.many || (isLong && feature.dataType == nullptr)) {
+        return types.Find(store::meta_type::note);
+    }
+    const bool isEnumerated = feature.dataType != nullptr && feature.dataType->metaType;
+    return isEnumerated ? feature.dataType->metaType : usual;
+}
+
+std::optional<store::Value> UsualDefault(const Feature& feature) {
+    const auto text = ImpliedDefault(feature);
+    if (!text) return store::Empty();
+    if (feature.dataType == nullptr || !feature.dataType->isEnumeration) {
+        return ParseValue(feature.type.kind, *text);
+    }
+    for (const Literal& literal : feature.dataType->literals) {
+        if (literal.text == *text || literal.name == *text) return literal.text;
+    }
+    return std::nullopt;
+}
 
 std::string TextOf(const Root& root) {
     return xml::TextOf([&](xml::Writer& writer) {
@@ -266,46 +306,20 @@ store::MetaPropertyRef Binding::MakeAttribute(Class& type, const Feature& featur
 }
 
 store::MetaTypeRef Binding::TypeOf(const Feature& feature) {
-    const store::NamedList<store::MetaType>& types = store_.Meta().types;
-    if (const auto own = feature.ownType.empty() ? nullptr : types.Find(feature.ownType)) {
-        const auto usual = types.Find(MetaTypeNameOf(feature.type.kind));
-        if (usual && own->dataType == usual->dataType && !own->enumeration) return own;
-    }
-    const bool isLong = feature.type.kind == ValueKind::text && feature.isElement;
-    if (feature.many || (isLong && feature.dataType == nullptr)) {
-        return types.Find(store::meta_type::note);
-    }
-    if (feature.dataType != nullptr && feature.dataType->metaType) {
-        return feature.dataType->metaType;
-    }
-    const char* name = MetaTypeNameOf(feature.type.kind);
-    if (const auto known = types.Find(name)) return known;
-    return store_.MakeMetaType(name, store::DataType::longLong, "Whole number of 64 bits", nullptr);
+    if (const store::MetaTypeRef usual = UsualType(store_.Meta(), feature)) return usual;
+    return store_.MakeMetaType(MetaTypeNameOf(feature.type.kind), store::DataType::longLong,
+                               "Whole number of 64 bits", nullptr);
 }
 
 void Binding::SetDefault(const store::MetaPropertyRef& property, const Feature& feature) {
-    if (feature.many) return;
-    std::string text;
-    if (feature.defaultText) {
-        text = *feature.defaultText;
-    } else if (feature.dataType != nullptr && feature.dataType->isEnumeration) {
-        if (feature.dataType->literals.empty()) return;
-        text = feature.dataType->literals.front().text;
-    } else if (feature.type.initial != nullptr) {
-        text = feature.type.initial;
-    } else {
+    const auto value = UsualDefault(feature);
+    if (value && store::Fits(*value, property->type->dataType)) {
+        if (!store::IsEmpty(*value)) store_.SetDefault(property, *value);
         return;
     }
-    if (feature.dataType != nullptr && feature.dataType->isEnumeration) {
-        for (const Literal& literal : feature.dataType->literals) {
-            if (literal.text != text && literal.name != text) continue;
-            return store_.SetDefault(property, literal.text);
-        }
-    } else if (const auto value = ParseValue(feature.type.kind, text)) {
-        return store_.SetDefault(property, *value);
-    }
     messages_.Add(feature.owner->package->root->file, feature.where,
-                  "\"" + text + "\" is no value of " + feature.owner->name + "." + feature.name);
+                  "\"" + ImpliedDefault(feature).value_or("") + "\" is no value of " +
+                      feature.owner->name + "." + feature.name);
 }
 
 void Binding::MakeReference(Feature& feature) {

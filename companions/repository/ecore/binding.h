@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,13 @@ private:
 
 /// The text of a root's tree.
 std::string TextOf(const Root& root);
+
+/// The meta type of the properties that an import makes for an attribute; null for the one that it
+/// makes when it is wanted.
+store::MetaTypeRef UsualType(const store::MetaModel& meta, const Feature& feature);
+
+/// Their default, which may be Empty; none where the metamodel's is no value of the attribute.
+std::optional<store::Value> UsualDefault(const Feature& feature);
 
 /// All classes of the roots, each after its supertypes.
 std::vector<Class*> InOrderOfInheritance(Metamodels& metamodels);

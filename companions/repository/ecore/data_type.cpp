@@ -425,8 +425,11 @@ std::vector<std::string> SplitLines(std::string_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (text[at] == '\n') {
             values.emplace_back();
-        } else if (text[at] == '\\' && at + 1 < text.size()) {
-            values.back() += text[++at] == 'n' ? '\n' : text[at];
+        } else if (text.substr(at).starts_with("\\n")) {
+            values.back() += '\n';
+            ++at;
+        } else if (text.substr(at).starts_with("\\\\")) {
+            values.back() += text[at++];
         } else {
             values.back() += text[at];
         }

@@ -37,7 +37,7 @@ std::optional<store::Value> ParseValue(store::DataType type, std::string_view te
 std::string FormatValue(const store::Value& value);
 
 /// Several values in the one text that a repository keeps: a line for each, with line feeds and
-/// backslashes in them as \n and \\.
+/// backslashes in them as \n and \\. Before anything else a backslash is one.
 std::string JoinLines(const std::vector<std::string>& values);
 std::vector<std::string> SplitLines(std::string_view text);
 

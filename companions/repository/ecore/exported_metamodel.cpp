@@ -80,8 +80,11 @@ ExportedMetamodel::ExportedMetamodel(store::Store& store, std::vector<std::strin
                                 " are not exported");
         }
     }
+    AddTypes();
     for (const auto& [meta, type] : classOf_) type->IndexSlots();
-    WriteMetamodelChanges(store_, metamodels_, messages_);
+    WriteMetamodelChanges(
+        store_, metamodels_, messages_,
+        [&](const store::MetaType& type, const Class& user) { return AddressOf(type, user); });
 }
 
 void ExportedMetamodel::RemoveWhatIsGone() {
@@ -101,6 +104,16 @@ void ExportedMetamodel::RemoveWhatIsGone() {
                                 [&](const Slot& slot) { return slot.feature == &feature; });
                 if (!isThere) root.tree.Detach(feature.place);
             }
+        }
+    }
+}
+
+void ExportedMetamodel::AddTypes() {
+    for (const store::MetaTypeRef& type : store_.Meta().types) {
+        if (type->enumeration) {
+            AddressOfEnumeration(*type);
+        } else if (!type->builtIn && type->name != MetaTypeNameOf(ValueKind::int64)) {
+            messages_.push_back("the meta type " + type->name + " is not exported");
         }
     }
 }
@@ -175,15 +188,10 @@ void ExportedMetamodel::AddProperties(Class& type) {
             return slot.property == property;
         });
         if (isKnown) continue;
-        const std::string address = AddressOf(*property->type, type);
         Feature& feature = AddFeature(type, "EAttribute", property->name);
         xml::Tree& tree = type.package->root->tree;
-        tree[feature.place].Set("eType", address);
         if (feature.name != property->name)
             SetDetail(tree, feature.place, uri::own, "name", property->name);
-        if (!property->type->enumeration) {
-            SetDetail(tree, feature.place, uri::own, "type", property->type->name);
-        }
         feature.type.kind = KindOf(property->type->dataType);
         type.slots.push_back({&feature, property});
     }
@@ -273,6 +281,13 @@ std::string ExportedMetamodel::AddressOfEnumeration(const store::MetaType& type)
     own_->tree[place].attributes.push_back({std::string(uri::xsi), "type", "ecore:EEnum"});
     own_->tree[place].Set("name", name);
     if (name != type.name) SetDetail(own_->tree, place, uri::own, "name", type.name);
+    if (!type.description.empty()) {
+        SetDetail(own_->tree, place, uri::genModel, "documentation", type.description);
+    }
+    if (type.enumeration->name != type.name) {
+        messages_.push_back("the enumeration " + type.enumeration->name + " is exported as " +
+                            type.name);
+    }
     int value = 0;
     for (const auto& atom : type.enumeration->atoms) {
         const std::size_t literal = own_->tree.Add(place, "", "eLiterals");

@@ -27,6 +27,7 @@ private:
     void RemoveWhatIsGone();
     void AddClasses();
     void AddProperties(Class& type);
+    void AddTypes();
     void AddReference(const store::MetaLinkRef& link);
     Feature& AddFeature(Class& owner, const std::string& kind, const std::string& wanted);
     std::string AddressOf(const Class& type) const;

@@ -67,6 +67,13 @@ public:
             if (!written_.contains(id)) WriteTree(id);
         }
         writer_.End();
+        for (const store::MetaLinkRef& metaLink : store_.Meta().links) {
+            const auto own = ownLinks_.find(metaLink.get());
+            if (own == ownLinks_.end()) continue;
+            messages_.push_back("the identifiers, names or descriptions of " +
+                                std::to_string(own->second) + " links of " + metaLink->name +
+                                " are not exported");
+        }
     }
 
 private:
@@ -181,7 +188,7 @@ private:
             writer_.Attribute(uri::xmi, "id", Expressible(object, object.identifier));
         }
         const bool isNamed = object.name != NameFor(type, object.identifier);
-        if (type.nameSlot == nullptr && isNamed && !object.name.empty()) {
+        if (isNamed && (type.nameSlot == nullptr || object.name.empty())) {
             writer_.Attribute(uri::own, "name", Expressible(object, object.name));
         }
         const bool describes =
@@ -233,10 +240,17 @@ private:
             const ObjectSet set = ObjectSet::Outgoing(object, slot.feature->metaLink->id);
             ForEach(store_, set, [&](const ObjectRef& link) {
                 const auto container = container_.find(link->target);
-                if (container != container_.end() && container->second.link == link->id) {
+                const bool isContained =
+                    container != container_.end() && container->second.link == link->id;
+                if (slot.feature->containment && !isContained) return;
+                const ObjectRef target = Demand(link->target);
+                if (!IsAsImported(*link, *slot.feature->metaLink, object, *target)) {
+                    ++ownLinks_[slot.feature->metaLink.get()];
+                }
+                if (isContained) {
                     open.children.emplace_back(slot.feature, link->target);
-                } else if (!slot.feature->containment) {
-                    identifiers.push_back(Demand(link->target)->identifier);
+                } else {
+                    identifiers.push_back(target->identifier);
                     isPlain = isPlain && IsPlainIdentifier(identifiers.back());
                 }
             });
@@ -249,6 +263,19 @@ private:
             for (const std::string& each : identifiers) text += (text.empty() ? "" : " ") + each;
             writer_.Attribute("", slot.feature->xmlName, text);
         }
+    }
+
+    /// Whether a link is called as an import of its reference will call it.
+    static bool IsAsImported(const store::Object& link, const store::MetaLink& meta,
+                             const store::Object& source, const store::Object& target) {
+        if (link.name != target.name || !link.description.empty()) return false;
+        const std::string identifier =
+            source.identifier + " " + meta.linkName + " " + target.identifier;
+        const std::string_view present = link.identifier;
+        if (!present.starts_with(identifier)) return false;
+        std::size_t number = 0;
+        const std::string_view end = present.substr(identifier.size());
+        return end.empty() || (end.front() == '#' && ParseIndex(end.substr(1), number));
     }
 
     /// A text as XML can express it.
@@ -272,6 +299,8 @@ private:
     std::vector<Id> nodes_;
     std::unordered_map<Id, Container> container_;
     std::unordered_set<Id> written_;
+    /// How many links there are with something of their own that XMI has no place for.
+    std::unordered_map<const store::MetaLink*, std::size_t> ownLinks_;
 };
 
 }  // namespace

@@ -264,11 +264,15 @@ void InstanceReader::StartObject(const Class& type, const Slot* slot,
     }
     std::string identifier;
     std::string_view name;
+    bool isNamed = false;
     std::string_view idValue;
     std::string_view description;
     for (const xml::Attribute& each : attributes) {
         if (IsXmi(each, "id")) identifier = each.value;
-        if (IsOwn(each, "name")) name = each.value;
+        if (IsOwn(each, "name")) {
+            name = each.value;
+            isNamed = true;
+        }
         if (IsOwn(each, "description")) description = each.value;
         if (!each.name.uri.empty()) continue;
         const Slot* known = type.Find(each.name.local);
@@ -282,10 +286,12 @@ void InstanceReader::StartObject(const Class& type, const Slot* slot,
     if (isGenerated) {
         identifier = stem_ + "~" + std::to_string(document_.objects.Count() + 1);
     }
-    if (name.empty() && type.nameSlot != nullptr && type.nameSlot->feature->defaultText) {
+    if (!isNamed && name.empty() && type.nameSlot != nullptr &&
+        type.nameSlot->feature->defaultText) {
         name = *type.nameSlot->feature->defaultText;
     }
-    object.id = AddNode(type, identifier, name);
+    object.id =
+        AddNode(type, identifier, isNamed || !name.empty() ? std::optional(name) : std::nullopt);
     ++counts_.objects;
     const Number number = document_.objects.Add(object);
 
@@ -303,10 +309,10 @@ void InstanceReader::StartObject(const Class& type, const Slot* slot,
 }
 
 store::Id InstanceReader::AddNode(const Class& type, std::string& identifier,
-                                  std::string_view name) {
+                                  std::optional<std::string_view> name) {
     const std::string wanted = identifier;
     for (;;) {
-        const std::string shown = name.empty() ? NameFor(type, identifier) : std::string(name);
+        const std::string shown = name ? std::string(*name) : NameFor(type, identifier);
         if (const store::Id id = loader_.AddNode(*type.metaNode, identifier, shown)) return id;
         identifier = wanted + "_" + std::to_string(++taken_[wanted] + 1);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -126,8 +127,10 @@ private:
     const Class* ClassNamed(std::string_view qualifiedName) const;
     bool CanHaveObjects(const Class& type);
 
-    /// Adds the node itself; returns the row and, in `identifier`, what it is called.
-    store::Id AddNode(const Class& type, std::string& identifier, std::string_view name);
+    /// Adds the node itself, with the name that is usual where none is given; returns the row and,
+    /// in `identifier`, what it is called.
+    store::Id AddNode(const Class& type, std::string& identifier,
+                      std::optional<std::string_view> name);
     void SetAttributes(const Class& type, std::span<const xml::Attribute> attributes);
     void SetAttribute(const Slot& slot, std::string_view text);
     void AddValue(Frame& frame, const Slot& slot, std::string_view text);

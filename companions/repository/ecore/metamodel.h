@@ -75,6 +75,7 @@ struct Feature {
     /// What is said of an attribute's meta properties.
     bool isDynamic = false;
     bool isTransient = false;
+    bool hasNoDefault = false;
 
     bool isReference = false;
     bool many = false;

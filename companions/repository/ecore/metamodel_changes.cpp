@@ -1,9 +1,12 @@
 #include "repository/ecore/metamodel_changes.h"
 
+#include <algorithm>
+#include <optional>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "repository/ecore/annotations.h"
+#include "repository/ecore/binding.h"
+#include "repository/ecore/names.h"
 #include "repository/ecore/uri.h"
 
 namespace repository::ecore {
@@ -15,8 +18,9 @@ using store::MetaPropertyRef;
 
 class Changes {
 public:
-    Changes(store::Store& store, Metamodels& metamodels, std::vector<std::string>& messages)
-        : metamodels_(metamodels), messages_(messages) {
+    Changes(store::Store& store, Metamodels& metamodels, std::vector<std::string>& messages,
+            const TypeAddress& addressOf)
+        : meta_(store.Meta()), metamodels_(metamodels), messages_(messages), addressOf_(addressOf) {
         for (const Root& root : metamodels_.Roots()) {
             if (root.id == 0) continue;
             for (const auto& part : store.Parts(root.id)) {
@@ -56,41 +60,124 @@ public:
 private:
     void Write(const Feature& feature, const std::vector<MetaPropertyRef>& properties) {
         Root& root = *feature.owner->package->root;
-        const auto write = [&](const char* what, std::string_view source, const char* key,
-                               auto&& valueOf, auto&& before) {
-            const std::string value = valueOf(*properties.front());
-            bool isChanged = false;
-            bool isOne = true;
-            for (const MetaPropertyRef& each : properties) {
-                isChanged = isChanged || valueOf(*each) != before(*each);
-                isOne = isOne && valueOf(*each) == value && each->role == store::Role::value;
-            }
-            if (!isChanged) return;
-            if (isOne) return SetDetail(root.tree, feature.place, source, key, value);
-            for (const MetaPropertyRef& each : properties) {
-                if (valueOf(*each) == before(*each)) continue;
-                messages_.push_back(std::string("the ") + what + " of the property " +
-                                    each->owner.lock()->name + "." + each->name +
-                                    " is not exported as it is now");
-            }
+        const auto detail = [&](std::string_view source, const char* key) {
+            return [&root, &feature, source, key](const std::string& value) {
+                SetDetail(root.tree, feature.place, source, key, value);
+            };
         };
-        write(
-            "name", uri::own, "name", [](const MetaProperty& each) { return each.name; },
-            [&](const MetaProperty& each) { return NameBefore(each); });
+        WriteChange(
+            "name", properties, [](const MetaProperty& each) { return each.name; },
+            [&](const MetaProperty& each) { return NameBefore(each); }, detail(uri::own, "name"));
+        WriteTypes(feature, properties);
         if (properties.front()->role != store::Role::value) return;
-        write(
-            "description", uri::genModel, "documentation",
-            [](const MetaProperty& each) { return each.description; },
-            [&](const MetaProperty&) { return feature.description; });
+        WriteChange(
+            "description", properties, [](const MetaProperty& each) { return each.description; },
+            [&](const MetaProperty&) { return feature.description; },
+            detail(uri::genModel, "documentation"));
         const auto word = [](bool flag) { return std::string(flag ? "true" : "false"); };
-        write(
-            "dynamics", uri::own, "dynamic",
-            [&](const MetaProperty& each) { return word(each.dynamic); },
-            [&](const MetaProperty&) { return word(feature.isDynamic); });
-        write(
-            "persistence", uri::own, "persistent",
+        WriteChange(
+            "dynamics", properties, [&](const MetaProperty& each) { return word(each.dynamic); },
+            [&](const MetaProperty&) { return word(feature.isDynamic); },
+            detail(uri::own, "dynamic"));
+        WriteChange(
+            "persistence", properties,
             [&](const MetaProperty& each) { return word(each.persistent); },
-            [&](const MetaProperty&) { return word(!feature.isTransient); });
+            [&](const MetaProperty&) { return word(!feature.isTransient); },
+            detail(uri::own, "persistent"));
+    }
+
+    void WriteTypes(const Feature& feature, const std::vector<MetaPropertyRef>& properties) {
+        // What is new has no type yet.
+        const bool isNew = feature.path.empty();
+        const store::MetaTypeRef usual = isNew ? nullptr : UsualType(meta_, feature);
+        bool isRetyped = false;
+        WriteChange(
+            "type", properties, [](const MetaProperty& each) { return each.type; },
+            [&](const MetaProperty& each) { return TypeBefore(each, usual); },
+            [&](const store::MetaTypeRef& type) { isRetyped = WriteType(feature, *type); });
+        if (properties.front()->role != store::Role::value) return;
+        const auto before = isNew ? store::Value() : UsualDefault(feature);
+        const bool mayImplyOne = !isNew || properties.front()->type->enumeration;
+        const auto write = [&](const store::Value& value) {
+            WriteDefault(feature, value, mayImplyOne);
+        };
+        if (isRetyped && AreOne(properties, DefaultOf))
+            return write(DefaultOf(*properties.front()));
+        WriteChange(
+            "default", properties, DefaultOf,
+            [&](const MetaProperty&) { return before.value_or(store::Value()); }, write);
+    }
+
+    store::MetaTypeRef TypeBefore(const MetaProperty& property, const store::MetaTypeRef& usual) {
+        if (property.role == store::Role::value) return usual;
+        return meta_.types.Find(property.role == store::Role::description
+                                    ? store::meta_type::note
+                                    : store::meta_type::string);
+    }
+
+    /// False, with a message, where the attribute cannot be of that type.
+    bool WriteType(const Feature& feature, const store::MetaType& type) {
+        Root& root = *feature.owner->package->root;
+        if (feature.many && (type.enumeration || type.dataType != store::DataType::string)) {
+            messages_.push_back("the type of " + LabelOf(feature) +
+                                ", which has several values, is not exported as it is now");
+            return false;
+        }
+        if (!feature.many) {
+            const std::string address = addressOf_(type, *feature.owner);
+            root.tree[feature.place].Set("eType", address);
+            for (const std::size_t generic : root.tree.Children(feature.place, "eGenericType")) {
+                root.tree.Detach(generic);
+            }
+        }
+        if (!type.enumeration) {
+            SetDetail(root.tree, feature.place, uri::own, "type", type.name);
+        } else if (!feature.ownType.empty()) {
+            SetDetail(root.tree, feature.place, uri::own, "type", "");
+        }
+        return true;
+    }
+
+    static store::Value DefaultOf(const MetaProperty& property) { return property.defaultValue; }
+
+    /// `mayImplyOne` says whether the attribute's type may come with a default.
+    static void WriteDefault(const Feature& feature, const store::Value& value, bool mayImplyOne) {
+        xml::Tree& tree = feature.owner->package->root->tree;
+        const bool isNone = store::IsEmpty(value);
+        if (isNone) {
+            tree[feature.place].Unset("defaultValueLiteral");
+        } else {
+            tree[feature.place].Set("defaultValueLiteral", FormatValue(value));
+        }
+        if (isNone ? mayImplyOne : feature.hasNoDefault) {
+            SetDetail(tree, feature.place, uri::own, "default", isNone ? "none" : "");
+        }
+    }
+
+    template <class ValueOf>
+    static bool AreOne(const std::vector<MetaPropertyRef>& properties, const ValueOf& valueOf) {
+        const auto value = valueOf(*properties.front());
+        return std::all_of(properties.begin(), properties.end(), [&](const MetaPropertyRef& each) {
+            return valueOf(*each) == value && each->role == store::Role::value;
+        });
+    }
+
+    /// Calls `apply` with what the properties of one attribute have in common where it is not as
+    /// before; reports those that are not as before where they have not.
+    template <class ValueOf, class Before, class Apply>
+    void WriteChange(const char* what, const std::vector<MetaPropertyRef>& properties,
+                     const ValueOf& valueOf, const Before& before, const Apply& apply) {
+        const auto isChanged = [&](const MetaPropertyRef& each) {
+            return valueOf(*each) != before(*each);
+        };
+        if (std::none_of(properties.begin(), properties.end(), isChanged)) return;
+        if (AreOne(properties, valueOf)) return apply(valueOf(*properties.front()));
+        for (const MetaPropertyRef& each : properties) {
+            if (!isChanged(each)) continue;
+            messages_.push_back(std::string("the ") + what + " of the property " +
+                                each->owner.lock()->name + "." + each->name +
+                                " is not exported as it is now");
+        }
     }
 
     const std::string& NameBefore(const store::Element& element) const {
@@ -108,8 +195,10 @@ private:
         if (now != before) SetDetail(root.tree, place, uri::genModel, "documentation", now);
     }
 
+    const store::MetaModel& meta_;
     Metamodels& metamodels_;
     std::vector<std::string>& messages_;
+    const TypeAddress& addressOf_;
     /// What the elements of the metamodels were called when they were imported.
     std::unordered_map<const store::Element*, std::string> nameBefore_;
     std::unordered_map<const Feature*, std::vector<MetaPropertyRef>> properties_;
@@ -118,8 +207,8 @@ private:
 }  // namespace
 
 void WriteMetamodelChanges(store::Store& store, Metamodels& metamodels,
-                           std::vector<std::string>& messages) {
-    Changes(store, metamodels, messages).Write();
+                           std::vector<std::string>& messages, const TypeAddress& addressOf) {
+    Changes(store, metamodels, messages, addressOf).Write();
 }
 
 }  // namespace repository::ecore

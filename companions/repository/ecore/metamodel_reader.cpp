@@ -187,6 +187,7 @@ void MetamodelReader::DeclareFeature(Class& owner, std::size_t place) {
     feature.ownLinkName = DetailOr(tree, place, uri::own, "linkName");
     feature.isDynamic = DetailOr(tree, place, uri::own, "dynamic") == "true";
     feature.isTransient = DetailOr(tree, place, uri::own, "persistent") == "false";
+    feature.hasNoDefault = DetailOr(tree, place, uri::own, "default") == "none";
     root.features.emplace(path, &feature);
     feature.name = name;
     feature.path = path;

@@ -17,6 +17,10 @@ double DaysOf(std::string_view text) {
     return value ? std::get<Date>(*value).days : -999999;
 }
 
+TEST(EcoreLines, ABackslashThatStandsForNothingElseIsOne) {
+    EXPECT_EQ(SplitLines("a\\b\nc\\\\n\\nd\\"), (std::vector<std::string>{"a\\b", "c\\n\nd\\"}));
+}
+
 TEST(EcoreValue, DatesAreKeptInUniversalTimeWhereTheyHaveAZone) {
     EXPECT_EQ(DaysOf("1899-12-30"), 0);
     EXPECT_EQ(DaysOf("2000-01-01T12:00:00"), 36526.5);

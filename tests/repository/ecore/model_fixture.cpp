@@ -29,8 +29,8 @@ std::string TextOfValue(store::Store& store, store::Object& object,
 void AddProperties(std::vector<std::string>& lines, const store::MetaObject& object) {
     for (const store::MetaPropertyRef& each : object.properties) {
         lines.push_back("property " + object.name + "." + each->name + ": " + each->type->name +
-                        " = " + FormatValue(each->defaultValue) +
-                        (each->dynamic ? " dynamic" : "") +
+                        (store::IsEmpty(each->defaultValue) ? " without default" : " = ") +
+                        FormatValue(each->defaultValue) + (each->dynamic ? " dynamic" : "") +
                         (each->persistent ? " " : " transient ") + each->description);
     }
 }
@@ -148,10 +148,13 @@ std::vector<std::string> ContentOf(store::Store& store) {
     for (const store::MetaLinkRef& link : meta.links) {
         lines.push_back("meta link " + link->name + " " + link->linkName + ": " +
                         link->source->name + " to " + link->target->name + " " + link->description);
+        AddProperties(lines, *link);
     }
     for (const store::MetaTypeRef& type : meta.types) {
-        std::string line = "type " + type->name + " " + std::string(WordOf(type->dataType));
+        std::string line = "type " + type->name + " " + std::string(WordOf(type->dataType)) + " " +
+                           type->description;
         if (type->enumeration) {
+            line += " " + type->enumeration->name;
             for (const auto& atom : type->enumeration->atoms) line += " | " + atom->name;
         }
         lines.push_back(line);
@@ -176,7 +179,8 @@ std::vector<std::string> ContentOf(store::Store& store) {
                         store.Read(store::ObjectSet::Outgoing(*object, link->id), after, 1000);
                     if (some.empty()) break;
                     for (const store::ObjectRef& each : some) {
-                        links += " " + store.Target(*each)->identifier;
+                        links += " " + store.Target(*each)->identifier + " (" + each->identifier +
+                                 ", " + each->name + ", " + each->description + ")";
                     }
                     after = some.back()->id;
                 }

@@ -50,7 +50,7 @@ protected:
 };
 
 /// Everything that a repository says of its meta model and its objects, one line for each, without
-/// what is only of this file: row numbers, the identifiers of links.
+/// the row numbers of the file.
 std::vector<std::string> ContentOf(store::Store& store);
 
 /// Compares two contents; of many differences the first ones are shown.
