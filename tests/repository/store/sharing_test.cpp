@@ -89,6 +89,17 @@ TEST_F(TwoPrograms, ABusyFileIsReportedAndTheNextCallWorks) {
     EXPECT_TRUE(mine->MakeNode(small.person, "p3", ""));
 }
 
+TEST_F(TwoPrograms, ALookSeesOneStateOfTheFile) {
+    theirs->Rename(theirs->Meta().nodes.Find("Person"), "Human");
+    mine->Look([&] {
+        EXPECT_EQ(small.person->name, "Human");
+        EXPECT_EQ(NumberOf([&] { theirs->Remove(theirs->Find("p2")); }), Number::permissionDenied);
+        EXPECT_TRUE(mine->Find("p2"));
+    });
+    theirs->Remove(theirs->Find("p2"));
+    EXPECT_FALSE(mine->Find("p2"));
+}
+
 TEST_F(TwoPrograms, AnExclusivelyLockedFileIsNotOpened) {
     Database other(file, Database::Mode::readWrite);
     other.Execute("BEGIN EXCLUSIVE");
