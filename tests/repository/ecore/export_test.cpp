@@ -1,9 +1,5 @@
-#include <atomic>
-#include <chrono>
-#include <deque>
 #include <filesystem>
 #include <iterator>
-#include <thread>
 
 #include "repository/ecore/exporter.h"
 #include "repository/ecore/file.h"
@@ -322,49 +318,6 @@ TEST_F(SharedExport, WhatTheOtherMadeIsExported) {
     EXPECT_THAT(Export(*store, Path("out.xmi")), IsEmpty());
     EXPECT_THAT(store::ReadFile(Path("out.xmi")), HasSubstr("City xmi:id=\"paris\""));
     EXPECT_THAT(store::ReadFile(Path("out.ecore")), testing::Not(HasSubstr("Note")));
-}
-
-TEST_F(SharedExport, AnExportShowsOneStateOfTheFile) {
-    constexpr int count = 300;
-    const auto book = theirs->Meta().nodes.Find("Book");
-    const auto best = theirs->Meta().links.Find("Library.best");
-    std::deque<store::ObjectRef> books;
-    int made = 0;
-    const auto make = [&] {
-        books.push_back(theirs->MakeNode(book, "b" + std::to_string(made++), ""));
-        theirs->MakeLink(best, theirs->Find("l"), books.back(), "to " + books.back()->identifier,
-                         "");
-    };
-    theirs->Change([&] {
-        for (int i = 0; i < count; ++i) make();
-    });
-    std::atomic<bool> isDone = false;
-    std::thread other([&] {
-        while (!isDone) {
-            theirs->Change([&] {
-                for (int i = 0; i < count / 3; ++i) {
-                    theirs->Remove(books.front());
-                    books.pop_front();
-                    make();
-                }
-            });
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        }
-    });
-    std::vector<std::size_t> exported;
-    for (int i = 0; i < 2; ++i) {
-        Export(*store, Path("out.xmi"));
-        const std::string text = store::ReadFile(Path("out.xmi"));
-        std::size_t found = 0;
-        for (auto at = text.find("<p:Book"); at != std::string::npos;
-             at = text.find("<p:Book", at + 1)) {
-            ++found;
-        }
-        exported.push_back(found);
-    }
-    isDone = true;
-    other.join();
-    EXPECT_THAT(exported, testing::Each(static_cast<std::size_t>(count)));
 }
 
 TEST_F(EcoreExport, TheFilesAreReplacedWhenTheyAreComplete) {
