@@ -8,6 +8,7 @@
 #include "ole/error.h"
 #include "ole/server.h"
 #include "ole/theme.h"
+#include "widgets/keys.h"
 #include "widgets/raised.h"
 
 namespace widgets {
@@ -164,15 +165,8 @@ bool ComboBox::UsesKey(const MSG& message) const {
         return message.message == WM_SYSKEYDOWN &&
                (message.wParam == VK_DOWN || message.wParam == VK_UP);
     }
+    if (IsNavigationKey(message.wParam)) return message.message == WM_KEYDOWN;
     switch (message.wParam) {
-        case VK_LEFT:
-        case VK_RIGHT:
-        case VK_UP:
-        case VK_DOWN:
-        case VK_HOME:
-        case VK_END:
-        case VK_PRIOR:
-        case VK_NEXT:
         case VK_F4:
             return message.message == WM_KEYDOWN;
         case VK_RETURN:

@@ -251,12 +251,16 @@ void NodeTree::ShowAgain(TreeNode& node) {
 
 void NodeTree::Check(TreeNode& node, bool checked) {
     node.checked = checked;
-    if (node.item == nullptr || !checkBoxes_) return;
+    if (checkBoxes_) ShowBox(node, true);
+}
+
+void NodeTree::ShowBox(const TreeNode& node, bool shown) const {
+    if (node.item == nullptr) return;
     TVITEMW item = {};
     item.mask = TVIF_STATE | TVIF_HANDLE;
     item.hItem = ItemOf(node);
     item.stateMask = TVIS_STATEIMAGEMASK;
-    item.state = BoxOf(node, true);
+    item.state = BoxOf(node, shown);
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
@@ -302,15 +306,7 @@ void NodeTree::SetCheckBoxes(bool shown) {
     const Still still(handle_);
     const HIMAGELIST list = shown ? checkBoxImages_.Get(handle_) : nullptr;
     Send(TVM_SETIMAGELIST, TVSIL_STATE, reinterpret_cast<LPARAM>(list));
-    nodes_.Each([&](TreeNode& node) {
-        if (node.item == nullptr) return;
-        TVITEMW item = {};
-        item.mask = TVIF_STATE | TVIF_HANDLE;
-        item.hItem = ItemOf(node);
-        item.stateMask = TVIS_STATEIMAGEMASK;
-        item.state = BoxOf(node, shown);
-        Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    });
+    nodes_.Each([&](const TreeNode& node) { ShowBox(node, shown); });
 }
 
 void NodeTree::SetEditsLabels(bool edits) {

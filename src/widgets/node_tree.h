@@ -133,6 +133,8 @@ private:
     void InsertLevel(TreeNode& parent);
     /// The node gets its item, where it does not have one.
     void Show(TreeNode& node);
+    /// Gives a node's item its check box, or takes that away.
+    void ShowBox(const TreeNode& node, bool shown) const;
     void Doom(TreeNode& node);
     void RemoveDoomed();
     void ForgetItems();

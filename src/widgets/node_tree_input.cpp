@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "ole/error.h"
+#include "widgets/keys.h"
 #include "widgets/node_tree.h"
 #include "widgets/raised.h"
 
@@ -268,15 +269,8 @@ bool NodeTree::UsesKey(const MSG& message) const {
     // A text that is edited takes all keys.
     if (handle_ != nullptr && IsChild(handle_, message.hwnd)) return true;
     if (message.message == WM_CHAR) return false;
+    if (IsNavigationKey(message.wParam)) return true;
     switch (message.wParam) {
-        case VK_LEFT:
-        case VK_RIGHT:
-        case VK_UP:
-        case VK_DOWN:
-        case VK_HOME:
-        case VK_END:
-        case VK_PRIOR:
-        case VK_NEXT:
         case VK_ADD:
         case VK_SUBTRACT:
         case VK_MULTIPLY:

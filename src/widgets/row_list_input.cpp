@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "widgets/keys.h"
+
 namespace widgets {
 
 namespace {
@@ -148,20 +150,7 @@ void RowList::OnKey(WORD key) {
 }
 
 bool RowList::UsesKey(const MSG& message) const {
-    if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return false;
-    switch (message.wParam) {
-        case VK_LEFT:
-        case VK_RIGHT:
-        case VK_UP:
-        case VK_DOWN:
-        case VK_HOME:
-        case VK_END:
-        case VK_PRIOR:
-        case VK_NEXT:
-            return message.message == WM_KEYDOWN;
-        default:
-            return false;
-    }
+    return message.message == WM_KEYDOWN && IsNavigationKey(message.wParam);
 }
 
 LRESULT RowList::FindText(const LVFINDINFOW& wanted, int start) const {
