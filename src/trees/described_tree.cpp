@@ -57,10 +57,13 @@ void DescribedTree::FillFrom(const widgets::NodePtr& node,
 void DescribedTree::AddExtension(const widgets::NodePtr& node,
                                  const ole::Ref<NodeDescription>& description) {
     const ole::Object root = repository;
-    const ole::Object metaNode = root.CallForObject(L"MetaNodes", description->objectType);
+    // Whoever is called may write to the description.
+    const _bstr_t type = description->objectType;
+    const ole::Object metaNode = root.CallForObject(L"MetaNodes", type);
     metaNode.CallForObject(L"Extension").Each([&](const ole::Object& object) {
         const std::int32_t number = NextNumber(counter_);
-        _variant_t text = object.Call(L"GetProperty", description->caption);
+        const _bstr_t property = description->caption;
+        _variant_t text = object.Call(L"GetProperty", property);
         ole::MakeText(text);
         Add(number, node, ole::ViewOf(V_BSTR(&text)), description, object);
     });
@@ -71,7 +74,8 @@ void DescribedTree::AddLinks(const widgets::NodePtr& node,
     const widgets::NodePtr owner = pane_.Nodes().ParentOf(*node);
     if (!owner) ole::Throw(ole::Number::objectNotSet);
     const ole::Object object = InfoOf(*owner)->repObject;
-    object.CallForObject(L"Outgoing_", description->objectType).Each([&](const ole::Object& link) {
+    const _bstr_t metaLink = description->objectType;
+    object.CallForObject(L"Outgoing_", metaLink).Each([&](const ole::Object& link) {
         const ole::Object target = link.CallForObject(L"Target");
         const std::int32_t number = NextNumber(counter_);
         _variant_t text = target.Call(L"name");

@@ -226,7 +226,9 @@ void HierarchyTreeView::OpenNode(const widgets::NodePtr& node) {
 void HierarchyTreeView::SetLook(widgets::TreeNode& node, std::wstring_view text,
                                 std::wstring_view image) {
     node.text = text;
-    if (!image.empty()) node.image = ImageIn(image);
+    tree_.ShowAgain(node);
+    if (image.empty()) return;
+    node.image = ImageIn(image);
     tree_.ShowAgain(node);
 }
 

@@ -213,7 +213,10 @@ private:
     }
     void OnDrop(POINT screen, DWORD& effect) {
         const widgets::NodePtr node = tree_.HitTest(screen);
-        if (!node) return;
+        if (!node) {
+            effect = DROPEFFECT_NONE;
+            return;
+        }
         ole::ObjectVariable target(InfoForEvent(node));
         auto had = static_cast<long>(effect);
         VARIANT arguments[] = {target.ByReference(), ole::ByReference(had)};

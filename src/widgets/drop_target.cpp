@@ -51,7 +51,7 @@ public:
         const HRESULT result = Tell([&](const DropTarget& target) {
             if (const auto drop = target.onDrop) drop({point.x, point.y}, had);
         });
-        *effect = had & allowed;
+        *effect = SUCCEEDED(result) ? had & allowed : DROPEFFECT_NONE;
         return result;
     }
 

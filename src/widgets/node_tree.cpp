@@ -13,18 +13,6 @@ namespace widgets {
 
 namespace {
 
-/// The window draws nothing for a moment.
-class Still {
-public:
-    explicit Still(HWND window) : window_(window) { SendMessageW(window_, WM_SETREDRAW, FALSE, 0); }
-    ~Still() { SendMessageW(window_, WM_SETREDRAW, TRUE, 0); }
-    Still(const Still&) = delete;
-    Still& operator=(const Still&) = delete;
-
-private:
-    HWND window_;
-};
-
 UINT BoxOf(const TreeNode& node, bool shown) {
     if (!shown) return 0;
     return INDEXTOSTATEIMAGEMASK(node.checked ? CheckBoxImages::checked
@@ -32,6 +20,19 @@ UINT BoxOf(const TreeNode& node, bool shown) {
 }
 
 }  // namespace
+
+/// The window draws nothing for a moment. What waits for the end of a message does not come up in
+/// it.
+class NodeTree::Still {
+public:
+    explicit Still(const NodeTree& tree) : tree_(tree) { tree_.Send(WM_SETREDRAW, FALSE); }
+    ~Still() { tree_.Send(WM_SETREDRAW, TRUE); }
+    Still(const Still&) = delete;
+    Still& operator=(const Still&) = delete;
+
+private:
+    const NodeTree& tree_;
+};
 
 NodeTree::~NodeTree() {
     if (handle_ == nullptr) return;
@@ -53,9 +54,10 @@ void NodeTree::Create(HWND parent) {
     SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     system_ = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
-    if (indent_ != 0) SetIndent(indent_);
     if (checkBoxes_) SetCheckBoxes(true);
     SetImages(images_);
+    // Pictures may bring an indentation of their own.
+    if (indent_ != 0) SetIndent(indent_);
     ForgetItems();
     InsertLevel(nodes_.Top());
     std::vector<NodePtr> open;
@@ -135,7 +137,7 @@ void NodeTree::InsertLevel(TreeNode& parent) {
     TreeNode* const first = before != nullptr ? before->Next() : parent.FirstChild();
     if (first == nullptr) return;
     if (IsOpenInWindow(parent)) {
-        const Still still(handle_);
+        const Still still(*this);
         // Where the level is seen, the system works out the lines below each new one.
         HTREEITEM after = before != nullptr ? ItemOf(*before) : TVI_FIRST;
         for (TreeNode* node = first; node != nullptr; node = node->Next()) {
@@ -197,7 +199,8 @@ void NodeTree::Clear() {
     waiting_.clear();
     if (depth_ == 0 && removing_ == 0) {
         doomed_.clear();
-        const Still still(handle_);
+        EndEditing();
+        const Still still(*this);
         Send(TVM_SELECTITEM, TVGN_CARET, 0);
         Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
     }
@@ -214,11 +217,16 @@ void NodeTree::Doom(TreeNode& node) {
 void NodeTree::RemoveDoomed() {
     if (depth_ != 0 || removing_ != 0 || doomed_.empty()) return;
     const std::vector<Doomed> doomed = std::exchange(doomed_, {});
+    EndEditing();
     std::optional<Still> still;
-    if (doomed.size() > 1) still.emplace(handle_);
+    if (doomed.size() > 1) still.emplace(*this);
     for (const Doomed& each : doomed) {
         Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(each.item));
     }
+}
+
+void NodeTree::EndEditing() {
+    if (Send(TVM_GETEDITCONTROL) != 0) Send(TVM_ENDEDITLABELNOW, TRUE);
 }
 
 void NodeTree::ForgetItems() {
@@ -281,9 +289,20 @@ void NodeTree::Select(TreeNode& node) {
     }
 }
 
-void NodeTree::Open(const NodePtr& node) {
-    if (isUnfilled(*node)) onFill(node);
+void NodeTree::Fill(const NodePtr& node) {
+    try {
+        if (isUnfilled(*node)) onFill(node);
+    } catch (...) {
+        // What was made before stays, and can be opened.
+        Sync();
+        if (handle_ != nullptr && nodes_.Holds(*node)) ShowAgain(*node);
+        throw;
+    }
     Sync();
+}
+
+void NodeTree::Open(const NodePtr& node) {
+    Fill(node);
     if (!nodes_.Holds(*node) || node->FirstChild() == nullptr || handle_ == nullptr) return;
     Show(*node);
     InsertLevel(*node);
@@ -303,7 +322,7 @@ NodePtr NodeTree::HitTest(POINT screen) {
 void NodeTree::SetCheckBoxes(bool shown) {
     checkBoxes_ = shown;
     if (handle_ == nullptr) return;
-    const Still still(handle_);
+    const Still still(*this);
     const HIMAGELIST list = shown ? checkBoxImages_.Get(handle_) : nullptr;
     Send(TVM_SETIMAGELIST, TVSIL_STATE, reinterpret_cast<LPARAM>(list));
     nodes_.Each([&](const TreeNode& node) { ShowBox(node, shown); });

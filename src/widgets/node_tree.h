@@ -119,6 +119,8 @@ private:
         HTREEITEM parent;
     };
 
+    class Still;
+
     LRESULT Send(UINT message, WPARAM wide = 0, LPARAM large = 0) const;
     LRESULT SetStyle(DWORD style, bool on) const;
 
@@ -135,9 +137,16 @@ private:
     void Show(TreeNode& node);
     /// Gives a node's item its check box, or takes that away.
     void ShowBox(const TreeNode& node, bool shown) const;
+    /// Fills a node that is unfilled.
+    void Fill(const NodePtr& node);
+    /// Gives up an edit that is under way: the system forgets which node it is of.
+    void EndEditing();
     void Doom(TreeNode& node);
     void RemoveDoomed();
     void ForgetItems();
+
+    /// Posted to the window when an edit has ended.
+    static constexpr UINT endOfEdit = WM_APP + 1;
 
     // Messages to the window.
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM large);
@@ -170,6 +179,8 @@ private:
     std::vector<std::int32_t> waiting_;
     std::vector<Doomed> doomed_;
     std::deque<std::function<void()>> later_;
+    /// Edits that have ended, until the system has let go of their box.
+    std::deque<std::function<void()>> edits_;
     /// How many messages the system is handling, one inside the other.
     mutable int depth_ = 0;
     int removing_ = 0;

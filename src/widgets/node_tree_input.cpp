@@ -84,12 +84,19 @@ std::optional<LRESULT> NodeTree::OnBefore(UINT message, WPARAM wide, LPARAM larg
                 });
             }
             return std::nullopt;
-        case WM_RBUTTONDOWN: {
+        case WM_RBUTTONDOWN:
+        case WM_RBUTTONDBLCLK: {
             POINT point = {static_cast<short>(LOWORD(large)), static_cast<short>(HIWORD(large))};
             ClientToScreen(handle_, &point);
             if (const NodePtr node = HitTest(point); node && onRightDown) onRightDown(node);
             return std::nullopt;
         }
+        case endOfEdit:
+            if (!edits_.empty()) {
+                Later(std::move(edits_.front()));
+                edits_.pop_front();
+            }
+            return std::nullopt;
         case WM_KEYDOWN:
             return OnKeyDown(wide);
         case WM_CHAR:
@@ -106,8 +113,7 @@ bool NodeTree::OnRead(UINT message, WPARAM wide, HTREEITEM item) {
     if (!node) return true;
     if (message == TVM_EXPAND) {
         if ((wide & TVE_EXPAND) == 0) return true;
-        if (isUnfilled(*node)) onFill(node);
-        Sync();
+        Fill(node);
         if (!nodes_.Holds(*node)) return false;
         InsertLevel(*node);
     } else if (wide == TVGN_CHILD) {
@@ -177,7 +183,9 @@ std::optional<LRESULT> NodeTree::OnNotify(NMHDR& header) {
             const TVITEMW& item = reinterpret_cast<const NMTVDISPINFOW&>(header).item;
             const NodePtr node = NodeOf(item.hItem);
             if (node && item.pszText != nullptr) {
-                Later([this, node, text = std::wstring(item.pszText)] { EndEdit(node, text); });
+                edits_.push_back(
+                    [this, node, text = std::wstring(item.pszText)] { EndEdit(node, text); });
+                PostMessageW(handle_, endOfEdit, 0, 0);
             }
             return FALSE;
         }

@@ -99,6 +99,7 @@ TEST_F(HierarchyLookup, UpdateFailsForANodeThatIsGone) {
     tree.Call("RemoveLink", first);
     EXPECT_EQ(tree.Call("Update", info.Get(), "text", "").AutomationNumber(), 35601);
     EXPECT_EQ(tree.Call("Update", Info("ID:5").Get(), "text", "none").AutomationNumber(), 35601);
+    EXPECT_THAT(Window().All(), testing::Contains(testing::HasSubstr("text")));
     Info("ID:5").Put("key", "ID:77");
     EXPECT_EQ(tree.Call("Update", Info("ID:5").Get(), "text", "").AutomationNumber(), 35601);
 }

@@ -94,6 +94,8 @@ TEST_F(TreeDrag, ADropOntoEmptySpaceRaisesNothing) {
     const auto all = Events();
     EXPECT_THAT(Of(all, "OLEDragDrop"), IsEmpty());
     EXPECT_EQ(Of(all, "OLEStartDrag").size(), 2u);
+    EXPECT_THAT(Of(all, "OLECompleteDrag"), testing::Contains("OLECompleteDrag(0)"));
+    EXPECT_THAT(Of(all, "OLECompleteDrag"), testing::Each("OLECompleteDrag(0)"));
 }
 
 TEST_F(TreeDrag, AllowedEffectsOfNoneKeepTheDragFromBeginning) {

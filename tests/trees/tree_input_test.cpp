@@ -80,6 +80,10 @@ TEST_F(TreeInput, TheRightButtonRaisesNodeRClickWhenItGoesDown) {
     EXPECT_THAT(Events(), ElementsAre("NodeRClick(HTNodeInfo ID:3)"));
     EXPECT_THAT(down, ElementsAre("down"));
     Keys({VK_ESCAPE});
+    // The second press of a quick pair goes down, too.
+    const POINT place = On(Window(), {"On Graphs"});
+    SendMessageW(Window().Handle(), WM_RBUTTONDBLCLK, MK_RBUTTON, MAKELPARAM(place.x, place.y));
+    EXPECT_THAT(Of(Events(), "NodeRClick"), ElementsAre("NodeRClick(HTNodeInfo ID:3)"));
     Click(Window(), BelowItems(Window()), Input::Button::right);
     EXPECT_THAT(Events(), IsEmpty()) << "over empty space";
     Click(Window(), On(Window(), {"On Graphs"}), Input::Button::middle);

@@ -28,9 +28,20 @@ TEST_F(TreeViewFailure, OfTheRepositoryInTheMiddleOfALevelKeepsTheNodesBefore) {
     Describe(Root(), "Folder", "", "Never");
     graphs->On("GetProperty").Fail(Failure::Exception(E_FAIL, "broken"));
     Window().Open({"Root"});
+    EXPECT_TRUE(Window().HasButton(Window().At({"Root"})));
     EXPECT_THAT(Window().All(), ElementsAre("Root", ".Folder first", ".On Trees"));
     graphs->Calm();
     ExpectNotFilledAgain();
+}
+
+TEST_F(TreeViewFailure, ARepositoryMayChangeTheDescriptionThatItIsAskedFor) {
+    const LateBound described = Describe(Root(), "Extension", "Book", "Name");
+    graphs->On("GetProperty").Run([&] {
+        described.Put("Caption", "Something else, and longer than before");
+        described.Put("objectType", "Nothing that is there");
+    });
+    Window().Open({"Root"});
+    EXPECT_EQ(Window().All().size(), 3u);
 }
 
 TEST_F(TreeViewFailure, UsesUpTheKeyOfTheNodeThatWasNotMade) {
