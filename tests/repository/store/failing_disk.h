@@ -4,8 +4,8 @@ struct sqlite3_vfs;
 
 namespace repository::store {
 
-/// While it lives, the database files that are opened are on a disk that can be made full: then they
-/// do not grow any more.
+/// While it lives, the database files that are opened are on a disk that can be made full: then
+/// they do not grow any more.
 class FailingDisk {
 public:
     FailingDisk();
