@@ -12,7 +12,6 @@
 #include "ole/event_arguments.h"
 #include "ole/text.h"
 #include "ole/units.h"
-#include "widgets/drag_source.h"
 
 namespace lists {
 
@@ -23,11 +22,8 @@ constexpr SIZE newSize = {4500, 3000};
 constexpr DISPID clickEvent = 1;
 constexpr DISPID rightClickEvent = 2;
 constexpr DISPID doubleClickEvent = 3;
-constexpr DISPID completeDragEvent = 4;
-constexpr DISPID dropEvent = 5;
-constexpr DISPID dragOverEvent = 6;
-constexpr DISPID startDragEvent = 7;
-constexpr DISPID feedbackEvent = 8;
+constexpr ole::DragAndDrop::Events dragEvents = {
+    .complete = 4, .drop = 5, .over = 6, .start = 7, .feedback = 8};
 
 using Objects = ole::AutomationCollection<_Collection, CLSID_Collection>;
 
@@ -49,6 +45,7 @@ int IconSize(int atNormal, int dpi) {
 
 ListView::ListView()
     : ControlObject(newSize),
+      drag_(*static_cast<_ListView*>(this), dragEvents),
       objects_(*this),
       home_(std::make_shared<RowHome>(RowHome{&rows_, &images_})) {
     rows_.onClick = [this](const widgets::RowPtr& row) { RaiseOfRow(clickEvent, row); };
@@ -56,8 +53,10 @@ ListView::ListView()
     rows_.onDoubleClick = [this] { RaiseOfRow(doubleClickEvent, rows_.Current()); };
     rows_.onBeginDrag = [this] { OnBeginDrag(); };
     rows_.onFocus = [this](bool focused) { FocusChanged(focused); };
-    dropTarget_.onOver = [this] { Fire(dragOverEvent, nullptr, 0); };
-    dropTarget_.onDrop = [this](POINT screen, DWORD& effect) { OnDrop(screen, effect); };
+    drag_.fire = [this](DISPID event, VARIANT* arguments, UINT count) {
+        Fire(event, arguments, count);
+    };
+    drag_.subjectAt = [this](POINT screen) { return SubjectOf(rows_.HitTest(screen)); };
 }
 
 ListView::~ListView() {
@@ -303,11 +302,8 @@ HRESULT ListView::get_dropAllowed(VARIANT_BOOL* value) {
 
 HRESULT ListView::put_dropAllowed(VARIANT_BOOL* value) {
     return Run([&] {
-        if (*value != VARIANT_FALSE)
-            dropTarget_.Open(List().Handle());
-        else
-            dropTarget_.Close();
-        drops_ = dropAllowed_ = *value != VARIANT_FALSE;
+        drag_.SetDrops(*value != VARIANT_FALSE, List().Handle());
+        dropAllowed_ = *value != VARIANT_FALSE;
     });
 }
 
@@ -349,7 +345,7 @@ HWND ListView::FocusWindow() {
 void ListView::CreateInner(HWND outer) {
     rows_.Create(outer);
     rows_.Enable(enabled_);
-    if (drops_) dropTarget_.Open(rows_.Handle());
+    drag_.Attach(rows_.Handle());
 }
 
 void ListView::Arrange(SIZE size) {
@@ -362,7 +358,7 @@ void ListView::AmbientChanged() {
 }
 
 bool ListView::OnInnerMessage(UINT message, WPARAM wide, LPARAM large, LRESULT& answer) {
-    if (message == WM_DESTROY) dropTarget_.Close();
+    if (message == WM_DESTROY) drag_.Detach();
     const std::optional<LRESULT> answered = rows_.OnParentMessage(message, wide, large);
     if (answered) answer = *answered;
     return answered.has_value();
@@ -497,41 +493,13 @@ void ListView::RaiseOfRow(DISPID event, const widgets::RowPtr& row) {
 }
 
 void ListView::OnBeginDrag() {
-    if (!drags_) return;
     const widgets::RowPtr row = rows_.Current();
-    if (!row) return;
-    ole::ObjectVariable selection(ObjectOf(row));
-    long kind = static_cast<long>(objects_.ListedKind());
-    long allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-    VARIANT start[] = {selection.ByReference(), ole::ByReference(kind), ole::ByReference(allowed)};
-    Fire(startDragEvent, start, 3);
-    long effect = DROPEFFECT_NONE;
-    if (allowed != DROPEFFECT_NONE) {
-        const auto feedback = [this](DWORD& now, bool& system) { OnGiveFeedback(now, system); };
-        effect = static_cast<long>(
-            widgets::DragText(std::wstring(row->Text(0)), static_cast<DWORD>(allowed), feedback));
-    }
-    VARIANT complete = ole::ByReference(effect);
-    Fire(completeDragEvent, &complete, 1);
+    if (drags_ && row) drag_.Drag(*SubjectOf(row), std::wstring(row->Text(0)));
 }
 
-void ListView::OnGiveFeedback(DWORD& effect, bool& systemCursors) {
-    auto shown = static_cast<long>(effect);
-    VARIANT_BOOL standard = ole::ToFlag(systemCursors);
-    VARIANT arguments[] = {ole::ByReference(shown), ole::FlagByReference(standard)};
-    Fire(feedbackEvent, arguments, 2);
-    systemCursors = standard != VARIANT_FALSE;
-}
-
-void ListView::OnDrop(POINT screen, DWORD& effect) {
-    const widgets::RowPtr row = rows_.HitTest(screen);
-    if (!row) return;
-    ole::ObjectVariable target(ObjectOf(row));
-    long kind = static_cast<long>(objects_.ListedKind());
-    auto had = static_cast<long>(effect);
-    VARIANT arguments[] = {target.ByReference(), ole::ByReference(kind), ole::ByReference(had)};
-    Fire(dropEvent, arguments, 3);
-    effect = static_cast<DWORD>(had);
+std::optional<ole::DragAndDrop::Subject> ListView::SubjectOf(const widgets::RowPtr& row) const {
+    if (!row) return std::nullopt;
+    return ole::DragAndDrop::Subject{ObjectOf(row), static_cast<long>(objects_.ListedKind())};
 }
 
 }  // namespace lists

@@ -8,7 +8,7 @@
 #include "lists/list_item.h"
 #include "lists/object_list.h"
 #include "ole/control/control.h"
-#include "widgets/drop_target.h"
+#include "ole/drag/drag_and_drop.h"
 #include "widgets/image_lists.h"
 #include "widgets/row_list.h"
 
@@ -120,12 +120,11 @@ private:
 
     void RaiseOfRow(DISPID event, const widgets::RowPtr& row);
     void OnBeginDrag();
-    void OnGiveFeedback(DWORD& effect, bool& systemCursors);
-    void OnDrop(POINT screen, DWORD& effect);
+    std::optional<ole::DragAndDrop::Subject> SubjectOf(const widgets::RowPtr& row) const;
 
     widgets::ImageLists images_;
     widgets::RowList rows_;
-    widgets::DropTarget dropTarget_;
+    ole::DragAndDrop drag_;
     ObjectList objects_;
     std::shared_ptr<RowHome> home_;
     /// How many members that add rows are running, one called by another.
@@ -135,7 +134,6 @@ private:
     bool dropAllowed_ = false;
     /// What the list itself does: `Create` does not touch it.
     bool drags_ = false;
-    bool drops_ = false;
     bool enabled_ = true;
     std::optional<COLORREF> background_;
 };

@@ -17,7 +17,7 @@ constexpr DISPID addingEvent = 7;
 constexpr DISPID expandEvent = 8;
 constexpr DISPID collapseEvent = 9;
 constexpr DISPID removedEvent = 10;
-constexpr DragEvents dragEvents = {
+constexpr ole::DragAndDrop::Events dragEvents = {
     .complete = 11, .drop = 12, .over = 13, .start = 14, .feedback = 15};
 
 constexpr long indentInTwips = 250;

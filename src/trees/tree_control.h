@@ -4,25 +4,15 @@
 
 #include "ole/automation_collection.h"
 #include "ole/control/control.h"
+#include "ole/drag/drag_and_drop.h"
 #include "ole/event_arguments.h"
 #include "ole/text.h"
 #include "trees/tree_pane.h"
-#include "widgets/drag_source.h"
-#include "widgets/drop_target.h"
 #include "widgets/image_lists.h"
 #include "widgets/node_tree.h"
 #include "widgets/raised.h"
 
 namespace trees {
-
-/// The ids that a tree's events of drag and drop have in its event interface.
-struct DragEvents {
-    DISPID complete;
-    DISPID drop;
-    DISPID over;
-    DISPID start;
-    DISPID feedback;
-};
 
 /// What the tree controls have in common: the tree's window, icons, flags, checks, drag and drop.
 /// `Pane` is what the behaviour of the derived class writes to.
@@ -50,10 +40,7 @@ public:
     }
     STDMETHODIMP put_dropAllowed(VARIANT_BOOL* setting) override {
         return this->Run([&] {
-            if (*setting != VARIANT_FALSE)
-                dropTarget_.Open(Tree().Handle());
-            else
-                dropTarget_.Close();
+            drag_.SetDrops(*setting != VARIANT_FALSE, Tree().Handle());
             dropAllowed_ = *setting != VARIANT_FALSE;
         });
     }
@@ -74,15 +61,19 @@ public:
     HWND FocusWindow() override { return Tree().Handle(); }
 
 protected:
-    TreeControl(const DragEvents& ids, bool linesAtRoot)
-        : ole::ControlObject<I, classId, events>({3000, 4500}), ids_(ids), tree_(linesAtRoot) {
+    TreeControl(const ole::DragAndDrop::Events& dragEvents, bool linesAtRoot)
+        : ole::ControlObject<I, classId, events>({3000, 4500}),
+          tree_(linesAtRoot),
+          drag_(*static_cast<I*>(this), dragEvents) {
         tree_.holdOwner = [this] { return ole::Ref<IUnknown>(static_cast<I*>(this)); };
         tree_.isUnfilled = [this](const widgets::TreeNode& node) { return IsUnfilled(node); };
         tree_.onFill = [this](const widgets::NodePtr& node) { FillNode(node); };
         tree_.onFocus = [this](bool focused) { this->FocusChanged(focused); };
         tree_.onBeginDrag = [this] { OnBeginDrag(); };
-        dropTarget_.onOver = [this] { this->Fire(ids_.over, nullptr, 0); };
-        dropTarget_.onDrop = [this](POINT screen, DWORD& effect) { OnDrop(screen, effect); };
+        drag_.fire = [this](DISPID event, VARIANT* arguments, UINT count) {
+            this->Fire(event, arguments, count);
+        };
+        drag_.subjectAt = [this](POINT screen) { return SubjectOf(tree_.HitTest(screen)); };
     }
 
     virtual bool IsUnfilled(const widgets::TreeNode& node) const = 0;
@@ -157,7 +148,6 @@ protected:
         return node.image >= 0 && node.image < images_.Count() && images_.Key(node.image) == image;
     }
 
-    const DragEvents ids_;
     widgets::ImageLists images_;
     widgets::NodeTree tree_;
 
@@ -165,10 +155,7 @@ private:
     void CreateInner(HWND outer) override {
         tree_.Create(outer);
         EnableWindow(tree_.Handle(), treeEnabled_);
-        if (dropTarget_.IsOpen()) {
-            dropTarget_.Close();
-            dropTarget_.Open(tree_.Handle());
-        }
+        drag_.Attach(tree_.Handle());
     }
     void Arrange(SIZE size) override { tree_.SetSize(size); }
     void AmbientChanged() override {
@@ -177,6 +164,7 @@ private:
         tree_.SetColors(site.ForeColor(), GetSysColor(COLOR_WINDOW));
     }
     bool OnInnerMessage(UINT message, WPARAM wide, LPARAM large, LRESULT& answer) override {
+        if (message == WM_DESTROY) drag_.Detach();
         const std::optional<LRESULT> answered = tree_.OnParentMessage(message, wide, large);
         if (answered) answer = *answered;
         return answered.has_value();
@@ -190,41 +178,14 @@ private:
 
     void OnBeginDrag() {
         const widgets::NodePtr node = tree_.Selected();
-        if (!dragAllowed_ || !node) return;
-        ole::ObjectVariable info(InfoForEvent(node));
-        long allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE;
-        VARIANT start[] = {info.ByReference(), ole::ByReference(allowed)};
-        this->Fire(ids_.start, start, 2);
-        long effect = DROPEFFECT_NONE;
-        if (allowed != DROPEFFECT_NONE) {
-            const auto feedback = [this](DWORD& now, bool& system) { OnGiveFeedback(now, system); };
-            effect = static_cast<long>(
-                widgets::DragText(node->text, static_cast<DWORD>(allowed), feedback));
-        }
-        VARIANT complete = ole::ByReference(effect);
-        this->Fire(ids_.complete, &complete, 1);
+        if (dragAllowed_ && node) drag_.Drag(*SubjectOf(node), node->text);
     }
-    void OnGiveFeedback(DWORD& effect, bool& systemCursors) {
-        auto shown = static_cast<long>(effect);
-        VARIANT_BOOL standard = ole::ToFlag(systemCursors);
-        VARIANT arguments[] = {ole::ByReference(shown), ole::FlagByReference(standard)};
-        this->Fire(ids_.feedback, arguments, 2);
-        systemCursors = standard != VARIANT_FALSE;
-    }
-    void OnDrop(POINT screen, DWORD& effect) {
-        const widgets::NodePtr node = tree_.HitTest(screen);
-        if (!node) {
-            effect = DROPEFFECT_NONE;
-            return;
-        }
-        ole::ObjectVariable target(InfoForEvent(node));
-        auto had = static_cast<long>(effect);
-        VARIANT arguments[] = {target.ByReference(), ole::ByReference(had)};
-        this->Fire(ids_.drop, arguments, 2);
-        effect = static_cast<DWORD>(had);
+    std::optional<ole::DragAndDrop::Subject> SubjectOf(const widgets::NodePtr& node) {
+        if (!node) return std::nullopt;
+        return ole::DragAndDrop::Subject{InfoForEvent(node), std::nullopt};
     }
 
-    widgets::DropTarget dropTarget_;
+    ole::DragAndDrop drag_;
     /// As the host last set them.
     bool enabled_ = false;
     bool dragAllowed_ = false;

@@ -10,7 +10,8 @@ namespace {
 
 constexpr DISPID clickEvent = 1;
 constexpr DISPID doubleClickEvent = 2;
-constexpr DragEvents dragEvents = {.complete = 3, .drop = 4, .over = 5, .start = 6, .feedback = 7};
+constexpr ole::DragAndDrop::Events dragEvents = {
+    .complete = 3, .drop = 4, .over = 5, .start = 6, .feedback = 7};
 
 }  // namespace
 

@@ -6,16 +6,16 @@
 
 #include "ole/error.h"
 
-namespace widgets {
+namespace ole {
 
 /// Keeps what drag and drop needs up on the thread while it lives, whether or not the host has
 /// initialized more than COM. Errors: the platform's.
 class OleServices {
 public:
-    OleServices() { ole::Check(OleInitialize(nullptr)); }
+    OleServices() { Check(OleInitialize(nullptr)); }
     OleServices(const OleServices&) = delete;
     OleServices& operator=(const OleServices&) = delete;
     ~OleServices() { OleUninitialize(); }
 };
 
-}  // namespace widgets
+}  // namespace ole

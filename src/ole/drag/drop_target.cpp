@@ -1,4 +1,4 @@
-#include "widgets/drop_target.h"
+#include "ole/drag/drop_target.h"
 
 #include <ole2.h>
 
@@ -7,7 +7,7 @@
 #include "ole/error.h"
 #include "ole/unknown.h"
 
-namespace widgets {
+namespace ole {
 
 namespace {
 
@@ -27,7 +27,7 @@ DWORD EffectFor(DWORD keys, DWORD allowed) {
 }  // namespace
 
 /// The platform may hold it longer than its window lives.
-class DropTarget::Part final : public ole::Unknown<IDropTarget> {
+class DropTarget::Part final : public Unknown<IDropTarget> {
 public:
     explicit Part(DropTarget& target) : target_(&target) {}
 
@@ -58,8 +58,8 @@ public:
 private:
     template <class Work>
     HRESULT Tell(Work&& work) {
-        const ole::Ref<Part> kept = this;
-        return ole::Guard({}, IID_IDropTarget, [&] {
+        const Ref<Part> kept = this;
+        return Guard({}, IID_IDropTarget, [&] {
             if (target_ != nullptr) work(*target_);
         });
     }
@@ -76,11 +76,11 @@ DropTarget::~DropTarget() {
 void DropTarget::Open(HWND window) {
     if (IsOpen()) return;
     services_.emplace();
-    auto part = ole::Make<Part>(*this);
+    auto part = Make<Part>(*this);
     const HRESULT registered = RegisterDragDrop(window, part.Get());
     if (FAILED(registered)) {
         services_.reset();
-        ole::Check(registered);
+        Check(registered);
     }
     part_ = std::move(part);
     window_ = window;
@@ -94,4 +94,4 @@ void DropTarget::Close() {
     services_.reset();
 }
 
-}  // namespace widgets
+}  // namespace ole

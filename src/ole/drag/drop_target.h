@@ -5,12 +5,12 @@
 #include <functional>
 #include <optional>
 
+#include "ole/drag/ole_services.h"
 #include "ole/ref.h"
-#include "widgets/ole_services.h"
 
 struct IDropTarget;
 
-namespace widgets {
+namespace ole {
 
 /// A window that things can be dropped on.
 class DropTarget {
@@ -35,7 +35,7 @@ private:
 
     HWND window_ = nullptr;
     std::optional<OleServices> services_;
-    ole::Ref<Part> part_;
+    Ref<Part> part_;
 };
 
-}  // namespace widgets
+}  // namespace ole

@@ -1,15 +1,15 @@
-#include "widgets/drag_source.h"
+#include "ole/drag/drag_source.h"
 
 #include <array>
 #include <cstring>
 
+#include "ole/drag/ole_services.h"
 #include "ole/enumerator.h"
 #include "ole/error.h"
 #include "ole/ref.h"
 #include "ole/unknown.h"
-#include "widgets/ole_services.h"
 
-namespace widgets {
+namespace ole {
 
 namespace {
 
@@ -24,7 +24,7 @@ struct Formats {
     static void Drop(FORMATETC&) {}
 };
 
-class TextData final : public ole::Unknown<IDataObject> {
+class TextData final : public Unknown<IDataObject> {
 public:
     explicit TextData(std::wstring text) : text_(std::move(text)) {}
 
@@ -60,8 +60,8 @@ public:
         if (formats == nullptr) return E_POINTER;
         *formats = nullptr;
         if (direction != DATADIR_GET) return E_NOTIMPL;
-        return ole::Guard({}, IID_IDataObject, [&] {
-            *formats = ole::Make<ole::Enumerator<IEnumFORMATETC, Formats>>(Formats{}).Detach();
+        return Guard({}, IID_IDataObject, [&] {
+            *formats = Make<Enumerator<IEnumFORMATETC, Formats>>(Formats{}).Detach();
         });
     }
     STDMETHODIMP DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override {
@@ -77,7 +77,7 @@ private:
     std::wstring text_;
 };
 
-class Source final : public ole::Unknown<IDropSource> {
+class Source final : public Unknown<IDropSource> {
 public:
     explicit Source(const DragFeedback& feedback) : feedback_(feedback) {}
 
@@ -103,11 +103,11 @@ private:
 
 DWORD DragText(const std::wstring& text, DWORD allowedEffects, const DragFeedback& feedback) {
     const OleServices services;
-    const auto data = ole::Make<TextData>(text);
-    const auto source = ole::Make<Source>(feedback);
+    const auto data = Make<TextData>(text);
+    const auto source = Make<Source>(feedback);
     DWORD effect = DROPEFFECT_NONE;
     const HRESULT ended = DoDragDrop(data.Get(), source.Get(), allowedEffects, &effect);
     return ended == DRAGDROP_S_DROP ? effect : DWORD{DROPEFFECT_NONE};
 }
 
-}  // namespace widgets
+}  // namespace ole
