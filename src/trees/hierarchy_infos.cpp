@@ -16,14 +16,7 @@ const void* IdentityOf(const ole::Object& object) {
 
 }  // namespace
 
-void HTNodeInfo::SetObject(ole::Object object) {
-    // The object that goes may call back: it finds the new one.
-    std::swap(repObject_, object);
-    if (home_ != nullptr) home_->Reindex(*this);
-}
-
-void HTNodeInfo::SetLink(ole::Object link) {
-    std::swap(repLink_, link);
+void HTNodeInfo::OnObjectsChanged() {
     if (home_ != nullptr) home_->Reindex(*this);
 }
 
@@ -79,8 +72,8 @@ HierarchyInfos::Info HierarchyInfos::OfEither(const ole::Object& object) const {
 }
 
 void HierarchyInfos::Reindex(HTNodeInfo& info) {
-    const void* const object = IdentityOf(info.repObject_);
-    const void* const link = IdentityOf(info.repLink_);
+    const void* const object = IdentityOf(info.RepObject());
+    const void* const link = IdentityOf(info.RepLink());
     objects_.Set(info.asObject_, object);
     links_.Set(info.asLink_, link);
 }

@@ -12,41 +12,53 @@ namespace trees {
 
 class HierarchyInfos;
 
-/// `OrvaneControls.HTNodeInfo`: what a node of a hierarchy tree stands for.
-class HTNodeInfo final : public ole::Record<_HTNodeInfo, CLSID_HTNodeInfo> {
+/// What a node of a hierarchy tree and the proposal for one say of it, on top of the record `Base`.
+template <class Base>
+class HierarchyRecord : public Base {
 public:
-    STDMETHODIMP get_NodeType(::HTNodeType* kind) override { return Read(nodeType, kind); }
-    STDMETHODIMP put_NodeType(::HTNodeType* kind) override { return Write(nodeType, kind); }
-    STDMETHODIMP get_key(BSTR* text) override {
-        return Run([&] { *text = ole::ToBstr(key.Text()).Detach(); });
-    }
-    STDMETHODIMP put_key(BSTR* text) override {
-        return Run([&] { key.Write(ole::ToBstr(*text)); });
-    }
-    STDMETHODIMP get_repObject(IDispatch** object) override { return Read(repObject_, object); }
+    STDMETHODIMP get_NodeType(::HTNodeType* kind) override { return this->Read(nodeType, kind); }
+    STDMETHODIMP put_NodeType(::HTNodeType* kind) override { return this->Write(nodeType, kind); }
+    STDMETHODIMP get_repObject(IDispatch** object) override { return this->Read(object_, object); }
     STDMETHODIMP put_repObject(IDispatch** object) override {
-        return Run([&] { SetObject(*object); });
+        return this->Run([&] { SetObject(*object); });
     }
     STDMETHODIMP putref_repObject(IDispatch** object) override { return put_repObject(object); }
-    STDMETHODIMP get_repLink(IDispatch** object) override { return Read(repLink_, object); }
+    STDMETHODIMP get_repLink(IDispatch** object) override { return this->Read(link_, object); }
     STDMETHODIMP put_repLink(IDispatch** object) override {
-        return Run([&] { SetLink(*object); });
+        return this->Run([&] { SetLink(*object); });
     }
     STDMETHODIMP putref_repLink(IDispatch** object) override { return put_repLink(object); }
 
-    const ole::Object& RepObject() const { return repObject_; }
-    const ole::Object& RepLink() const { return repLink_; }
-    void SetObject(ole::Object object);
-    void SetLink(ole::Object link);
+    const ole::Object& RepObject() const { return object_; }
+    const ole::Object& RepLink() const { return link_; }
+    // What goes may call back: it finds the new one.
+
+    void SetObject(ole::Object object) {
+        std::swap(object_, object);
+        OnObjectsChanged();
+    }
+    void SetLink(ole::Object link) {
+        std::swap(link_, link);
+        OnObjectsChanged();
+    }
 
     long nodeType = HTMetaNodeFolder;
-    RecordKey key;
 
+private:
+    /// Another object or link was set, and the one before is still there.
+    virtual void OnObjectsChanged() {}
+
+    ole::Object object_;
+    ole::Object link_;
+};
+
+/// `OrvaneControls.HTNodeInfo`: what a node of a hierarchy tree stands for.
+class HTNodeInfo final : public HierarchyRecord<KeyedRecord<_HTNodeInfo, CLSID_HTNodeInfo>> {
 private:
     friend class HierarchyInfos;
 
-    ole::Object repObject_;
-    ole::Object repLink_;
+    void OnObjectsChanged() override;
+
     /// Whose indices follow what is written here; null while nobody's do.
     HierarchyInfos* home_ = nullptr;
     IdentityIndex::Entry asObject_;
@@ -54,7 +66,8 @@ private:
 };
 
 /// `OrvaneControls.HTNewNodeInfo`: a node that is about to be added.
-class HTNewNodeInfo final : public ole::Record<_HTNewNodeInfo, CLSID_HTNewNodeInfo> {
+class HTNewNodeInfo final
+    : public HierarchyRecord<ole::Record<_HTNewNodeInfo, CLSID_HTNewNodeInfo>> {
 public:
     STDMETHODIMP get_Allowed(VARIANT_BOOL* flag) override { return Read(allowed, flag); }
     STDMETHODIMP put_Allowed(VARIANT_BOOL* flag) override { return Write(allowed, flag); }
@@ -62,21 +75,10 @@ public:
     STDMETHODIMP put_Image(BSTR* text) override { return Write(image, text); }
     STDMETHODIMP get_Caption(BSTR* text) override { return Read(caption, text); }
     STDMETHODIMP put_Caption(BSTR* text) override { return Write(caption, text); }
-    STDMETHODIMP get_repObject(IDispatch** object) override { return Read(repObject, object); }
-    STDMETHODIMP put_repObject(IDispatch** object) override { return Write(repObject, object); }
-    STDMETHODIMP putref_repObject(IDispatch** object) override { return Write(repObject, object); }
-    STDMETHODIMP get_repLink(IDispatch** object) override { return Read(repLink, object); }
-    STDMETHODIMP put_repLink(IDispatch** object) override { return Write(repLink, object); }
-    STDMETHODIMP putref_repLink(IDispatch** object) override { return Write(repLink, object); }
-    STDMETHODIMP get_NodeType(::HTNodeType* kind) override { return Read(nodeType, kind); }
-    STDMETHODIMP put_NodeType(::HTNodeType* kind) override { return Write(nodeType, kind); }
 
     bool allowed = false;
     _bstr_t image = L"";
     _bstr_t caption = L"";
-    ole::Object repObject;
-    ole::Object repLink;
-    long nodeType = HTMetaNodeFolder;
 };
 
 /// `OrvaneControls.HTIcon`: an icon that was added.

@@ -57,8 +57,8 @@ ole::Ref<HTNodeInfo> HierarchyTree::Propose(const ole::Object& object,
                                             const ole::Ref<HTNewNodeInfo>& proposal,
                                             const ole::Object& link) {
     if (!proposal) ole::Throw(ole::Number::objectNotSet);
-    proposal->repObject = object;
-    proposal->repLink = link;
+    proposal->SetObject(object);
+    proposal->SetLink(link);
     pane_.RaiseAdding(*proposal.Get());
     if (!proposal->allowed) return nullptr;
     const std::int32_t number = NextNumber(counter_);
@@ -73,8 +73,9 @@ ole::Ref<HTNodeInfo> HierarchyTree::Propose(const ole::Object& object,
 
 widgets::NodePtr HierarchyTree::AddNode(const HTNodeInfo& info, const HTNewNodeInfo& proposal,
                                         const Place& place) {
-    const auto number = NumberIn(info.key.Text());
-    return pane_.AddNode(number.value_or(rootNumber), NodeAt(place), ole::ViewOf(proposal.caption),
+    const auto number = info.key.Number();
+    if (!number) ole::Throw(ole::Number::elementNotFound);
+    return pane_.AddNode(*number, NodeAt(place), ole::ViewOf(proposal.caption),
                          ole::ViewOf(proposal.image));
 }
 
@@ -150,7 +151,7 @@ void HierarchyTree::AddSubNodeToCurrent(const ole::Object& object, const ole::Ob
 
 void HierarchyTree::AddLink(const ole::Ref<HTNodeInfo>& parent, const ole::Object& link) {
     if (!parent) return;
-    const auto number = NumberIn(parent->key.Text());
+    const auto number = parent->key.Number();
     widgets::NodePtr node = number ? pane_.Nodes().Find(*number) : nullptr;
     if (!node || IsUnfilled(*node)) return;
     if (withFolders) {
@@ -166,20 +167,28 @@ void HierarchyTree::AddLink(const ole::Ref<HTNodeInfo>& parent, const ole::Objec
 
 void HierarchyTree::RemoveLink(const ole::Object& link) {
     const auto found = Infos().OfLink(link);
-    const auto number = found ? NumberIn(found->key.Text()) : std::nullopt;
+    const auto number = found ? found->key.Number() : std::nullopt;
     const widgets::NodePtr node = number ? pane_.Nodes().Find(*number) : nullptr;
     if (!node) return;
-    pane_.WhileRemoving([&] {
-        for (const widgets::NodePtr& each : pane_.Nodes().BranchFromLeaves(*node)) {
-            // The host may remove some of them, or let go of the tree, when it is told of others.
-            if (!pane_.Nodes().Holds(*each)) continue;
-            if (const auto info = InfoOf(*each)) {
-                pane_.RaiseRemoved(*info.Get());
-                if (infos_) infos_->Remove(each->Number());
-            }
-            if (pane_.Nodes().Holds(*each)) pane_.RemoveNode(*each);
+    pane_.WhileRemoving([&] { RemoveBranch(node); });
+}
+
+void HierarchyTree::RemoveBranch(const widgets::NodePtr& root) {
+    const widgets::NodeStore& nodes = pane_.Nodes();
+    widgets::NodePtr node = root;
+    // The host may add and remove nodes, or let go of the tree, when it is told of others.
+    while (nodes.Holds(*root)) {
+        while (const widgets::TreeNode* const child = node->FirstChild()) {
+            node = nodes.Find(child->Number());
         }
-    });
+        const widgets::NodePtr parent = nodes.ParentOf(*node);
+        if (const auto info = InfoOf(*node)) {
+            pane_.RaiseRemoved(*info.Get());
+            if (infos_) infos_->Remove(node->Number());
+        }
+        if (nodes.Holds(*node)) pane_.RemoveNode(*node);
+        node = parent && nodes.Holds(*parent) ? parent : root;
+    }
 }
 
 void HierarchyTree::Select(const ole::Object& object) {

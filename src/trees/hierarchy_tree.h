@@ -89,6 +89,8 @@ private:
     void AddSubNode(const ole::Object& object, const Place& place, const ole::Object& link);
     widgets::NodePtr AddNode(const HTNodeInfo& info, const HTNewNodeInfo& proposal,
                              const Place& place);
+    /// Removes a node from the leaves up.
+    void RemoveBranch(const widgets::NodePtr& root);
     static bool HasLinks(const ole::Object& object);
 
     HierarchyPane& pane_;

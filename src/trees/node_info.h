@@ -8,7 +8,7 @@
 namespace trees {
 
 /// `OrvaneControls.NodeInfo`: what a node of a tree view stands for.
-class NodeInfo final : public ole::Record<_NodeInfo, CLSID_NodeInfo> {
+class NodeInfo final : public KeyedRecord<_NodeInfo, CLSID_NodeInfo> {
 public:
     STDMETHODIMP get_NodeDescription(_NodeDescription** object) override {
         return Run([&] { ole::Give(description, object); });
@@ -23,18 +23,11 @@ public:
     STDMETHODIMP putref_NodeDescription(_NodeDescription** object) override {
         return put_NodeDescription(object);
     }
-    STDMETHODIMP get_key(BSTR* text) override {
-        return Run([&] { *text = ole::ToBstr(key.Text()).Detach(); });
-    }
-    STDMETHODIMP put_key(BSTR* text) override {
-        return Run([&] { key.Write(ole::ToBstr(*text)); });
-    }
     STDMETHODIMP get_repObject(IDispatch** object) override { return Read(repObject, object); }
     STDMETHODIMP put_repObject(IDispatch** object) override { return Write(repObject, object); }
     STDMETHODIMP putref_repObject(IDispatch** object) override { return Write(repObject, object); }
 
     ole::Ref<trees::NodeDescription> description;
-    RecordKey key;
     ole::Object repObject;
 };
 

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
-#include "ole/text.h"
+#include "ole/record.h"
 #include "trees/node_keys.h"
 
 namespace trees {
@@ -16,14 +17,30 @@ public:
 
     std::wstring Text() const {
         if (written_) return ole::ToWide(*written_);
-        return number_ == none ? std::wstring() : KeyOf(number_);
+        return number_ ? KeyOf(*number_) : std::wstring();
+    }
+    /// The number of the node that has the key, none where no node could.
+    std::optional<std::int32_t> Number() const {
+        return written_ ? NumberIn(ole::ViewOf(*written_)) : number_;
     }
 
 private:
-    static constexpr std::int32_t none = -1;
-
-    std::int32_t number_ = none;
+    std::optional<std::int32_t> number_;
     std::unique_ptr<_bstr_t> written_;
+};
+
+/// A record of a node.
+template <class I, const GUID& classId>
+class KeyedRecord : public ole::Record<I, classId> {
+public:
+    STDMETHODIMP get_key(BSTR* text) override {
+        return this->Run([&] { *text = ole::ToBstr(key.Text()).Detach(); });
+    }
+    STDMETHODIMP put_key(BSTR* text) override {
+        return this->Run([&] { key.Write(ole::ToBstr(*text)); });
+    }
+
+    RecordKey key;
 };
 
 }  // namespace trees

@@ -1,6 +1,5 @@
 #include "widgets/node_store.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace widgets {
@@ -31,7 +30,7 @@ bool NodeStore::Holds(const TreeNode& node) const {
 }
 
 void NodeStore::Remove(TreeNode& node) {
-    const std::vector<NodePtr> branch = BranchFromLeaves(node);
+    const std::vector<NodePtr> branch = BranchOf(node);
     Unlink(node);
     for (const NodePtr& each : branch) {
         each->parent_ = each->first_ = each->last_ = each->previous_ = each->next_ = nullptr;
@@ -59,19 +58,11 @@ TreeNode* NodeStore::NextInBranch(const TreeNode& root, TreeNode& node) {
     return nullptr;
 }
 
-std::vector<NodePtr> NodeStore::BranchFromLeaves(TreeNode& root) const {
-    // Parents first and children from the last, read from behind.
-    std::vector<TreeNode*> open = {&root};
+std::vector<NodePtr> NodeStore::BranchOf(TreeNode& root) const {
     std::vector<NodePtr> branch;
-    while (!open.empty()) {
-        TreeNode* const node = open.back();
-        open.pop_back();
+    for (TreeNode* node = &root; node != nullptr; node = NextInBranch(root, *node)) {
         branch.push_back(Find(node->number_));
-        for (TreeNode* child = node->first_; child != nullptr; child = child->next_) {
-            open.push_back(child);
-        }
     }
-    std::reverse(branch.begin(), branch.end());
     return branch;
 }
 

@@ -47,8 +47,8 @@ public:
             node = NextInBranch(top_, *node);
         }
     }
-    /// A node and all below it, children before parents.
-    std::vector<NodePtr> BranchFromLeaves(TreeNode& root) const;
+    /// A node and all below it, parents before children.
+    std::vector<NodePtr> BranchOf(TreeNode& root) const;
 
 private:
     static void Unlink(TreeNode& node);

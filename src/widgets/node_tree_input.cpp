@@ -78,7 +78,7 @@ std::optional<LRESULT> NodeTree::OnBefore(UINT message, WPARAM wide, LPARAM larg
         case WM_LBUTTONDBLCLK:
             pressed_ = {static_cast<short>(LOWORD(large)), static_cast<short>(HIWORD(large))};
             // Not every system tells of one beside the nodes.
-            if (message == WM_LBUTTONDBLCLK && !IsPressedOnBox()) {
+            if (message == WM_LBUTTONDBLCLK) {
                 Later([this] {
                     if (onDoubleClick) onDoubleClick();
                 });
@@ -145,9 +145,14 @@ std::optional<LRESULT> NodeTree::OnKeyDown(WPARAM key) {
 
 void NodeTree::OpenBranch(TreeNode& root) {
     // Links may lead in circles: what is made here stays closed.
-    std::vector<NodePtr> branch = nodes_.BranchFromLeaves(root);
-    for (auto node = branch.rbegin(); node != branch.rend(); ++node) {
-        if (nodes_.Holds(**node) && (*node)->FirstChild() != nullptr) Open(*node);
+    for (const NodePtr& node : nodes_.BranchOf(root)) {
+        if (!nodes_.Holds(*node) || node->FirstChild() == nullptr) continue;
+        try {
+            Open(node);
+        } catch (...) {
+            // The others may open all the same.
+            ole::NoteErrorWithoutCaller();
+        }
     }
 }
 

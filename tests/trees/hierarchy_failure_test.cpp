@@ -124,6 +124,20 @@ TEST_F(HierarchyFailure, AHostMayRemoveMoreWhileALinkIsRemoved) {
     EXPECT_EQ(events.Count("NodeRemoved"), 2u);
 }
 
+TEST_F(HierarchyFailure, WhatAHostAddsWhileALinkIsRemovedIsRemovedToo) {
+    Window().Open({"On Trees"});
+    model.Link(cites, graphs, knuth, "d1");
+    Window().Open({"On Trees", "On Graphs"});
+    events.On("NodeRemoved").Times(1).Run([this] {
+        tree.Call("AddSubNode", lists, KeyOf(first), second);
+    });
+    model.Log().Clear();
+    EXPECT_TRUE(tree.Call("RemoveLink", first));
+    EXPECT_THAT(Window().All(), ElementsAre("On Trees", ".On Lists", "..Loading"));
+    EXPECT_THAT(Taken("NodeRemoved").size(), testing::Eq(3u))
+        << "of the node below, of the one that was added and of the link's own";
+}
+
 TEST_F(HierarchyFailure, AHostMayClearTheTreeWhileALinkIsRemoved) {
     Window().Open({"On Trees"});
     model.Link(cites, graphs, knuth, "d1");

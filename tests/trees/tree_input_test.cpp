@@ -105,6 +105,18 @@ TEST_F(TreeInput, AClickOnACheckBoxChecksTheNodeAndIsNoClick) {
     EXPECT_THAT(Events(), ElementsAre("NodeClick(HTNodeInfo ID:3)"));
 }
 
+TEST_F(TreeInput, ADoubleClickOnACheckBoxIsADoubleClickToo) {
+    tree.Put("Checkboxes", true);
+    Click(Window(), On(Window(), {"On Trees"}));
+    Sleep(GetDoubleClickTime() + 50);
+    Events();
+    DoubleClick(Window(), OnCheckBox(Window(), Window().At({"On Graphs"})));
+    const Texts raised = Events();
+    EXPECT_THAT(Of(raised, "NodeDblClick"), ElementsAre("NodeDblClick(HTNodeInfo ID:1)"))
+        << "of the selected node";
+    EXPECT_THAT(Of(raised, "NodeClick"), IsEmpty());
+}
+
 TEST_F(TreeInput, ArrowsPlusMinusAndStarMoveOpenAndClose) {
     Click(Window(), On(Window(), {"On Trees"}));
     Events();

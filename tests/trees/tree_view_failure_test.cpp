@@ -61,6 +61,14 @@ TEST_F(TreeViewFailure, UnknownMetaNodesAndMetaLinksEndTheFilling) {
     ExpectNotFilledAgain();
 }
 
+TEST_F(TreeViewFailure, OfOneNodeKeepsTheStarFromNoOther) {
+    Describe(Describe(Root(), "Folder", "", "Broken"), "Extension", "No such", "Name");
+    Describe(Describe(Root(), "Folder", "", "Whole"), "Folder", "", "Inside");
+    Window().Open({"Root"});
+    Window().Press(Window().At({"Root"}), VK_MULTIPLY);
+    EXPECT_THAT(Window().All(), ElementsAre("Root", ".Broken", ".Whole", "..Inside"));
+}
+
 TEST_F(TreeViewFailure, LinksWithoutAnObjectAboveFail) {
     Describe(Root(), "Links", "cites", "");
     const LateBound folder = Describe(Root(), "Folder", "", "A");

@@ -202,5 +202,15 @@ TEST_F(TreeViewFilling, ByTheRightArrowAndByTheStarOpensALevel) {
     EXPECT_TRUE(Window().IsOpen(Window().At({"Root", "A"})));
 }
 
+TEST_F(TreeViewFilling, ByTheStarGoesFromTheTopDown) {
+    for (const char* type : {"Book", "Person"}) {
+        Describe(Describe(Root(), "Folder", "", type), "Extension", type, "Name");
+    }
+    Window().Press(Window().At({"Root"}), VK_ADD);
+    Window().Press(Window().At({"Root"}), VK_MULTIPLY);
+    EXPECT_THAT(Taken("MetaNodes"),
+                ElementsAre(testing::HasSubstr("Book"), testing::HasSubstr("Person")));
+}
+
 }  // namespace
 }  // namespace support

@@ -30,9 +30,9 @@ protected:
         }
         return numbers;
     }
-    std::vector<std::int32_t> FromLeaves(TreeNode& root) const {
+    std::vector<std::int32_t> Branch(TreeNode& root) const {
         std::vector<std::int32_t> numbers;
-        for (const NodePtr& node : store.BranchFromLeaves(root)) numbers.push_back(node->Number());
+        for (const NodePtr& node : store.BranchOf(root)) numbers.push_back(node->Number());
         return numbers;
     }
 
@@ -119,7 +119,7 @@ TEST_F(Nodes, AreGoneAfterClear) {
     EXPECT_THAT(All(), ElementsAre(1));
 }
 
-TEST_F(Nodes, OfABranchComeFromTheLeavesUp) {
+TEST_F(Nodes, OfABranchComeParentsFirst) {
     const NodePtr root = Add(0);
     const NodePtr first = Add(1, root);
     Add(2, first);
@@ -127,15 +127,15 @@ TEST_F(Nodes, OfABranchComeFromTheLeavesUp) {
     const NodePtr second = Add(4, root);
     Add(5, second);
     Add(6);
-    EXPECT_THAT(FromLeaves(*root), ElementsAre(2, 3, 1, 5, 4, 0));
-    EXPECT_THAT(FromLeaves(*second), ElementsAre(5, 4));
+    EXPECT_THAT(Branch(*root), ElementsAre(0, 1, 2, 3, 4, 5));
+    EXPECT_THAT(Branch(*second), ElementsAre(4, 5));
 }
 
 TEST_F(Nodes, InADeepBranchNeedNoDeepStack) {
     NodePtr at = Add(0);
     const NodePtr root = at;
     for (std::int32_t i = 1; i < 200000; ++i) at = Add(i, at);
-    EXPECT_EQ(FromLeaves(*root).front(), 199999);
+    EXPECT_EQ(Branch(*root).back(), 199999);
     store.Remove(*root);
     EXPECT_EQ(store.Size(), 0u);
 }
