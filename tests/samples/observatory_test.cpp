@@ -1,6 +1,5 @@
 #include "hosting/late_bound.h"
-#include "support/program_run.h"
-#include "support/server.h"
+#include "samples/sample_run.h"
 #include "support/temporary_folder.h"
 #include "support/text.h"
 
@@ -20,10 +19,7 @@ using testing::IsSupersetOf;
 const std::filesystem::path sample = std::filesystem::absolute(L"samples/observatory");
 
 ProgramResult RunScript(const std::vector<std::wstring>& arguments) {
-    std::vector<std::wstring> all{L"--hidden", L"--timeout", L"60",
-                                  (sample / "observatory.vbs").wstring()};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    return support::RunProgram(support::ProgramFolder() / "orvane-scripthost.exe", all);
+    return support::RunHosted(sample / "observatory.vbs", arguments);
 }
 
 std::string TextOf(const _variant_t& value) {
