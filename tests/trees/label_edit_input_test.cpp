@@ -100,11 +100,7 @@ TEST_F(LabelEditInput, AHostMayClearTheTreeInBothEvents) {
 }
 
 TEST_F(LabelEditInput, AHostMayRemoveTheControlAfterwards) {
-    events.On("AfterLabelEdit").Run([this] {
-        hosted.Close();
-        events.Disconnect();
-        tree = LateBound();
-    });
+    events.On("AfterLabelEdit").Run([this] { LetGo(); });
     Edit("Networks");
     EXPECT_FALSE(tree);
 }

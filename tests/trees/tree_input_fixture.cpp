@@ -6,6 +6,16 @@
 
 namespace support {
 
+namespace {
+
+/// Whether it comes again and again while the mouse moves.
+bool IsOfADragUnderWay(const std::string& event) {
+    return event.find("OLEDragOver(") != std::string::npos ||
+           event.find("OLEGiveFeedback(") != std::string::npos;
+}
+
+}  // namespace
+
 TreeInputTest::TreeInputTest() {
     tree.Call("AddRootNode", trees);
     tree.Call("AddRootNode", graphs);
@@ -30,7 +40,7 @@ TreeInputTest::TreeInputTest() {
 }
 
 TreeInputTest::~TreeInputTest() {
-    described.Call("Destroy");
+    if (described) described.Call("Destroy");
     list.Call("Destroy");
     form.Clear();
 }
@@ -112,7 +122,8 @@ TreeInputTest::Texts TreeInputTest::Events() const {
         const bool isEvent = entry.find("Node") != std::string::npos ||
                              entry.find("OLE") != std::string::npos ||
                              entry.find("LabelEdit(") != std::string::npos;
-        if (isEvent && !entry.starts_with("rep.") && (kept.empty() || kept.back() != entry))
+        if (!isEvent || entry.starts_with("rep.")) continue;
+        if (kept.empty() || kept.back() != entry || !IsOfADragUnderWay(entry))
             kept.push_back(std::move(entry));
     }
     return kept;
@@ -124,6 +135,18 @@ TreeInputTest::Texts TreeInputTest::Of(const Texts& events, const std::string& n
         if (event.find(name + '(') != std::string::npos) found.push_back(event);
     }
     return found;
+}
+
+void TreeInputTest::LetGo() {
+    hosted.Close();
+    events.Disconnect();
+    tree = LateBound();
+}
+
+void TreeInputTest::LetGoOfDescribed() {
+    hostedDescribed.Close();
+    describedEvents.Disconnect();
+    described = LateBound();
 }
 
 HWND TreeInputTest::List() const {

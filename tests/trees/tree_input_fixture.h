@@ -31,10 +31,15 @@ protected:
     void Type(const std::string& text);
     void Drag(HWND from, POINT start, HWND to, POINT end);
 
-    /// The events so far, one of each kind in a row, calls of the repository left out.
+    /// The events so far without calls of the repository; of those that come again and again while
+    /// something is dragged, one in a row.
     Texts Events() const;
     /// What was said of one event.
     [[nodiscard]] static Texts Of(const Texts& events, const std::string& name);
+
+    /// A host removes the control, and nobody holds it any more.
+    void LetGo();
+    void LetGoOfDescribed();
 
     [[nodiscard]] TreeWindow Described() const { return TreeWindow(described); }
     [[nodiscard]] HWND List() const;

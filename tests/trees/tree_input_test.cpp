@@ -65,6 +65,19 @@ TEST_F(TreeInput, ADoubleClickWithoutASelectedNode) {
     EXPECT_THAT(Events(), ElementsAre("NodeDblClick(Nothing)"));
 }
 
+TEST_F(TreeInput, ADoubleClickOnEmptySpaceWhileNoNodeIsSelected) {
+    hosted.Focus();
+    Window().Select(nullptr);
+    DoubleClick(Window(), BelowItems(Window()));
+    EXPECT_EQ(Window().Selected(), nullptr);
+    EXPECT_THAT(Events(), ElementsAre("NodeDblClick(Nothing)"));
+    hostedDescribed.Focus();
+    Described().Select(nullptr);
+    DoubleClick(Described(), BelowItems(Described()));
+    EXPECT_EQ(Described().Selected(), nullptr);
+    EXPECT_THAT(Events(), IsEmpty());
+}
+
 TEST_F(TreeInput, TheRightButtonRaisesNodeRClickWhenItGoesDown) {
     Input input;
     Texts down;
@@ -183,30 +196,20 @@ TEST_F(TreeInput, AHostMayClearTheTreeInAnyEvent) {
 TEST_F(TreeInput, AHostMayRemoveTheControlInAClick) {
     events.On("NodeClick").Run([this] {
         tree.Call("Destroy");
-        hosted.Close();
-        events.Disconnect();
-        tree = LateBound();
+        LetGo();
     });
     Click(Window(), On(Window(), {"On Trees"}));
     EXPECT_FALSE(tree);
 }
 
 TEST_F(TreeInput, AHostMayRemoveTheControlInADoubleClick) {
-    events.On("NodeDblClick").Run([this] {
-        hosted.Close();
-        events.Disconnect();
-        tree = LateBound();
-    });
+    events.On("NodeDblClick").Run([this] { LetGo(); });
     DoubleClick(Window(), On(Window(), {"On Trees"}));
     EXPECT_FALSE(tree);
 }
 
 TEST_F(TreeInput, AHostMayRemoveTheControlWhenTheRightButtonGoesDown) {
-    events.On("NodeRClick").Run([this] {
-        hosted.Close();
-        events.Disconnect();
-        tree = LateBound();
-    });
+    events.On("NodeRClick").Run([this] { LetGo(); });
     Click(Window(), On(Window(), {"On Trees"}), Input::Button::right);
     EXPECT_FALSE(tree);
 }

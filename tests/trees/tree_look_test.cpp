@@ -52,6 +52,13 @@ TEST_F(HierarchyLook, LabelEditIsTheTreesEditMode) {
     EXPECT_EQ(Window().Style() & TVS_EDITLABELS, 0u);
 }
 
+TEST_F(HierarchyLook, CreateSwitchesLabelEditOff) {
+    const LateBound fresh = CreateRegistered(L"HierarchyTreeView");
+    fresh.Put("LabelEdit", true);
+    fresh.Call("Create");
+    EXPECT_EQ(fresh.Get("LabelEdit").value, Value(false));
+}
+
 TEST_F(HierarchyLook, DragAndDropModesFollowTheFlags) {
     tree.Put("dragAllowed", true);
     EXPECT_EQ(Window().Style() & TVS_DISABLEDRAGDROP, 0u);
