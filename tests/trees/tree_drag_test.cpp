@@ -153,10 +153,26 @@ TEST_F(TreeDrag, ADropOnAFolderIsReportedWithItsRecord) {
     tree.Put("withFolders", true);
     tree.Call("AddExtension", person);
     Window().Open({"Person"});
+    Window().Open({"Person", "Knuth"});
     Take();
-    Drag(Described().Handle(), On(Described(), {"Root", "On Lists"}), Window().Handle(),
-         On(Window(), {"Person"}));
-    EXPECT_THAT(Of(Events(), "OLEDragDrop").size(), 1u);
+    LateBound target;
+    events.On("OLEDragDrop").Run([&](const Arguments& arguments) { target = arguments.Object(0); });
+    const auto drop = [&](const Texts& path) {
+        target = LateBound();
+        Drag(Described().Handle(), On(Described(), {"Root", "On Lists"}), Window().Handle(),
+             On(Window(), path));
+        EXPECT_EQ(Of(Events(), "OLEDragDrop").size(), 1u);
+    };
+    drop({"Person"});
+    ASSERT_TRUE(target);
+    EXPECT_EQ(target.Get(), InfoOf(person).Get());
+    EXPECT_EQ(target.Get("NodeType").value, Value(0)) << "HTMetaNodeFolder";
+    EXPECT_EQ(target.Get("key").value, Value("ID:4"));
+    drop({"Person", "Knuth", "wrote"});
+    ASSERT_TRUE(target);
+    EXPECT_EQ(target.Get(), InfoOf(wrote).Get());
+    EXPECT_EQ(target.Get("NodeType").value, Value(2)) << "HTMetaLinkFolder";
+    EXPECT_EQ(target.Get("repObject").Object().Get(), wrote);
 }
 
 }  // namespace
