@@ -99,14 +99,14 @@ void DescribedTree::AddInfo(std::int32_t number, const ole::Ref<NodeDescription>
     info->key.SetNumber(number);
     info->description = description;
     info->repObject = object;
-    if (!infos_->try_emplace(number, info).second) ole::Throw(ole::Number::keyInUse);
+    if (!infos_->Add(number, info)) ole::Throw(ole::Number::keyInUse);
 }
 
 ole::Ref<NodeInfo> DescribedTree::InfoOf(const widgets::TreeNode& node) const {
     if (!infos_) ole::Throw(ole::Number::objectNotSet);
-    const auto found = infos_->find(node.Number());
-    if (found == infos_->end()) ole::Throw(ole::Number::invalidCall);
-    return found->second;
+    auto info = infos_->Find(node.Number());
+    if (!info) ole::Throw(ole::Number::invalidCall);
+    return info;
 }
 
 ole::Ref<NodeInfo> DescribedTree::ParentInfo(std::wstring_view key) const {

@@ -2,11 +2,11 @@
 
 #include <memory>
 #include <string_view>
-#include <unordered_map>
 
 #include "ole/object.h"
 #include "trees/node_info.h"
 #include "trees/tree_pane.h"
+#include "widgets/number_map.h"
 
 namespace trees {
 
@@ -39,7 +39,7 @@ public:
     ole::Ref<NodeDescription> RootDescription() const;
 
 private:
-    using Infos = std::unordered_map<std::int32_t, ole::Ref<NodeInfo>>;
+    using Infos = widgets::NumberMap<ole::Ref<NodeInfo>>;
 
     void FillFrom(const widgets::NodePtr& node, const ole::Ref<NodeDescription>& description);
     void AddExtension(const widgets::NodePtr& node, const ole::Ref<NodeDescription>& description);

@@ -21,25 +21,16 @@ void HTNodeInfo::OnObjectsChanged() {
 }
 
 HierarchyInfos::~HierarchyInfos() {
-    for (const auto& [number, info] : infos_) {
-        info->home_ = nullptr;
-        objects_.Set(info->asObject_, nullptr);
-        links_.Set(info->asLink_, nullptr);
-    }
+    infos_.Each([this](const Info& info) { Forget(*info.Get()); });
     // They may go now, and call back.
 }
 
 void HierarchyInfos::Add(std::int32_t number, const Info& info) {
-    if (!infos_.try_emplace(number, info).second) ole::Throw(ole::Number::keyInUse);
+    if (!infos_.Add(number, info)) ole::Throw(ole::Number::keyInUse);
     info->home_ = this;
     info->asObject_.SetNumber(number);
     info->asLink_.SetNumber(number);
     Reindex(*info.Get());
-}
-
-HierarchyInfos::Info HierarchyInfos::Find(std::int32_t number) const {
-    const auto found = infos_.find(number);
-    return found != infos_.end() ? found->second : nullptr;
 }
 
 HierarchyInfos::Info HierarchyInfos::Find(std::optional<std::int32_t> number) const {
@@ -47,12 +38,13 @@ HierarchyInfos::Info HierarchyInfos::Find(std::optional<std::int32_t> number) co
 }
 
 void HierarchyInfos::Remove(std::int32_t number) {
-    const Info info = Find(number);
-    if (!info) return;
-    infos_.erase(number);
-    info->home_ = nullptr;
-    objects_.Set(info->asObject_, nullptr);
-    links_.Set(info->asLink_, nullptr);
+    if (const Info info = infos_.Remove(number)) Forget(*info.Get());
+}
+
+void HierarchyInfos::Forget(HTNodeInfo& info) {
+    info.home_ = nullptr;
+    objects_.Set(info.asObject_, nullptr);
+    links_.Set(info.asLink_, nullptr);
 }
 
 HierarchyInfos::Info HierarchyInfos::OfObject(const ole::Object& object) const {

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
-#include <unordered_map>
 
 #include "trees/hierarchy_records.h"
+#include "widgets/number_map.h"
 
 namespace trees {
 
@@ -21,7 +20,7 @@ public:
 
     void Add(std::int32_t number, const Info& info);
     /// Null where there is none.
-    Info Find(std::int32_t number) const;
+    Info Find(std::int32_t number) const { return infos_.Find(number); }
     void Remove(std::int32_t number);
 
     // The first of those that show an object, were reached by a link, or either; null for none.
@@ -35,8 +34,10 @@ public:
 
 private:
     Info Find(std::optional<std::int32_t> number) const;
+    /// An entry was taken out.
+    void Forget(HTNodeInfo& info);
 
-    std::unordered_map<std::int32_t, Info> infos_;
+    widgets::NumberMap<Info> infos_;
     IdentityIndex objects_;
     IdentityIndex links_;
 };

@@ -6,8 +6,8 @@
 
 namespace widgets {
 
-CellTexts::CellTexts(RowMemory& memory, std::size_t reserved) {
-    const std::size_t size = RowMemory::Rounded(std::max(reserved, sizeof(Header)));
+CellTexts::CellTexts(ItemMemory& memory, std::size_t reserved) {
+    const std::size_t size = ItemMemory::Rounded(std::max(reserved, sizeof(Header)));
     piece_.reset(new (memory.Take(size)) Header{memory, 0, static_cast<std::uint32_t>(size)});
 }
 

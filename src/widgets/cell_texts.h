@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-#include "widgets/row_memory.h"
+#include "widgets/item_memory.h"
 
 namespace widgets {
 
@@ -14,7 +14,7 @@ namespace widgets {
 class CellTexts {
 public:
     /// With room for `reserved` bytes.
-    explicit CellTexts(RowMemory& memory, std::size_t reserved = 0);
+    explicit CellTexts(ItemMemory& memory, std::size_t reserved = 0);
 
     std::size_t Count() const { return piece_->count; }
     std::wstring_view At(std::size_t position) const;
@@ -28,7 +28,7 @@ public:
 private:
     /// The piece: this, where each text ends, and the characters.
     struct Header {
-        RowMemory& memory;
+        ItemMemory& memory;
         std::uint32_t count;
         std::uint32_t reserved;
     };

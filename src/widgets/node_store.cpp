@@ -5,24 +5,13 @@
 namespace widgets {
 
 NodePtr NodeStore::Add(std::int32_t number, TreeNode& parent) {
-    const auto [place, added] = nodes_.try_emplace(number);
-    if (!added) return nullptr;
-    try {
-        place->second = std::make_shared<TreeNode>(number);
-    } catch (...) {
-        nodes_.erase(place);
-        throw;
-    }
-    TreeNode& node = *place->second;
-    node.parent_ = &parent;
-    node.previous_ = std::exchange(parent.last_, &node);
-    (node.previous_ != nullptr ? node.previous_->next_ : parent.first_) = &node;
-    return place->second;
-}
-
-NodePtr NodeStore::Find(std::int32_t number) const {
-    const auto found = nodes_.find(number);
-    return found != nodes_.end() ? found->second : nullptr;
+    if (memory_ == nullptr) memory_ = std::make_shared<ItemMemory>();
+    NodePtr node = std::allocate_shared<TreeNode>(ItemAllocator<TreeNode>(memory_), number);
+    if (!nodes_.Add(number, node)) return nullptr;
+    node->parent_ = &parent;
+    node->previous_ = std::exchange(parent.last_, node.get());
+    (node->previous_ != nullptr ? node->previous_->next_ : parent.first_) = node.get();
+    return node;
 }
 
 bool NodeStore::Holds(const TreeNode& node) const {
@@ -34,15 +23,18 @@ void NodeStore::Remove(TreeNode& node) {
     Unlink(node);
     for (const NodePtr& each : branch) {
         each->parent_ = each->first_ = each->last_ = each->previous_ = each->next_ = nullptr;
-        nodes_.erase(each->number_);
+        nodes_.Remove(each->number_);
     }
+    if (nodes_.Size() == 0) memory_.reset();
 }
 
 void NodeStore::Clear() {
     const auto nodes = std::exchange(nodes_, {});
-    for (const auto& [number, node] : nodes) {
+    // Goes with the last node: nothing of a large tree stays behind.
+    memory_.reset();
+    nodes.Each([](const NodePtr& node) {
         node->parent_ = node->first_ = node->last_ = node->previous_ = node->next_ = nullptr;
-    }
+    });
     top_.first_ = top_.last_ = nullptr;
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <unordered_map>
+#include <memory>
 #include <vector>
 
+#include "widgets/item_memory.h"
+#include "widgets/number_map.h"
 #include "widgets/tree_node.h"
 
 namespace widgets {
@@ -15,12 +17,13 @@ public:
     NodeStore(const NodeStore&) = delete;
     NodeStore& operator=(const NodeStore&) = delete;
 
-    std::size_t Size() const { return nodes_.size(); }
+    std::size_t Size() const { return nodes_.Size(); }
 
     /// Adds a node as the last child of `parent`, which is a node of the store or `Top()`. Answers
     /// null for a number in use.
     NodePtr Add(std::int32_t number, TreeNode& parent);
-    NodePtr Find(std::int32_t number) const;
+    /// Null for an unknown number.
+    NodePtr Find(std::int32_t number) const { return nodes_.Find(number); }
     /// Whether the node, or `Top()`, is still in the store.
     bool Holds(const TreeNode& node) const;
     /// Takes a node out, with all below it.
@@ -55,7 +58,8 @@ private:
 
     static constexpr std::int32_t noNumber = -1;
     TreeNode top_{noNumber};
-    std::unordered_map<std::int32_t, NodePtr> nodes_;
+    NumberMap<NodePtr> nodes_;
+    std::shared_ptr<ItemMemory> memory_;
 };
 
 }  // namespace widgets

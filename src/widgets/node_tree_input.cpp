@@ -16,6 +16,7 @@ LRESULT CALLBACK NodeTree::Procedure(HWND window, UINT message, WPARAM wide, LPA
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         tree->handle_ = nullptr;
         tree->later_.clear();
+        tree->edits_.clear();
         tree->ForgetItems();
         return CallWindowProcW(system, window, message, wide, large);
     }

@@ -27,7 +27,8 @@ public:
     };
 
     /// With room for texts of `reserved` bytes, the key included.
-    Row(RowMemory& memory, std::wstring_view key, std::size_t reserved) : texts_(memory, reserved) {
+    Row(ItemMemory& memory, std::wstring_view key, std::size_t reserved)
+        : texts_(memory, reserved) {
         SetKey(key);
     }
 

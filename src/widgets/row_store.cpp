@@ -8,10 +8,10 @@ namespace widgets {
 
 RowPtr RowStore::Add(std::wstring_view key) {
     if (!key.empty() && byKey_.Find(key) != nullptr) return nullptr;
-    if (memory_ == nullptr) memory_ = std::make_shared<RowMemory>();
+    if (memory_ == nullptr) memory_ = std::make_shared<ItemMemory>();
     // Neighbours have texts of like length: with their room a row is filled at once.
     const std::size_t like = chunks_.empty() ? 0 : chunks_.back()->rows.back()->TextSize();
-    auto row = std::allocate_shared<Row>(RowAllocator<Row>(memory_), *memory_, key, like);
+    auto row = std::allocate_shared<Row>(ItemAllocator<Row>(memory_), *memory_, key, like);
     if (!key.empty()) byKey_.Add(*row);
     Insert(row, size_);
     return row;

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
+#include "widgets/item_memory.h"
 #include "widgets/key_index.h"
 #include "widgets/row.h"
-#include "widgets/row_memory.h"
 
 namespace widgets {
 
@@ -72,7 +72,7 @@ private:
     mutable std::vector<std::size_t> starts_;
     KeyIndex byKey_;
     /// Made with the first row, gone with the last.
-    std::shared_ptr<RowMemory> memory_;
+    std::shared_ptr<ItemMemory> memory_;
     std::size_t size_ = 0;
 };
 

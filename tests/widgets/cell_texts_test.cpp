@@ -11,7 +11,7 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-RowMemory memory;
+ItemMemory memory;
 
 void Set(CellTexts& cells, std::size_t first, const Texts& texts) {
     const std::vector<std::wstring_view> views(texts.begin(), texts.end());

@@ -8,21 +8,23 @@
 
 namespace widgets {
 
-/// Memory for the rows of a list, in small pieces out of large blocks: a system's heap slows down
-/// with millions of blocks. A piece that is given back is taken again by the next of its size; the
-/// blocks go all at once, with the memory.
-class RowMemory {
+/// Memory for the rows of a list or the nodes of a tree, in small pieces out of large blocks: a
+/// system's heap slows down with millions of blocks. A piece that is given back is taken again by
+/// the next of its size; the blocks go all at once, with the memory.
+class ItemMemory {
 public:
-    RowMemory() = default;
-    RowMemory(const RowMemory&) = delete;
-    RowMemory& operator=(const RowMemory&) = delete;
+    ItemMemory() = default;
+    ItemMemory(const ItemMemory&) = delete;
+    ItemMemory& operator=(const ItemMemory&) = delete;
 
     /// What a piece for `size` bytes really holds.
     static constexpr std::size_t Rounded(std::size_t size) {
         return (size + step - 1) / step * step;
     }
 
+    /// Aligned to 16 bytes where the heap's blocks are. Throws `std::bad_alloc`.
     void* Take(std::size_t size);
+    /// `size` is what was asked for.
     void GiveBack(void* piece, std::size_t size) noexcept;
 
 private:
@@ -49,23 +51,23 @@ private:
 
 /// Lets the standard library put objects into a memory, which stays as long as any of them.
 template <class T>
-class RowAllocator {
+class ItemAllocator {
 public:
     using value_type = T;
 
-    explicit RowAllocator(std::shared_ptr<RowMemory> memory) : memory_(std::move(memory)) {}
+    explicit ItemAllocator(std::shared_ptr<ItemMemory> memory) : memory_(std::move(memory)) {}
     template <class Other>
-    RowAllocator(const RowAllocator<Other>& other) : memory_(other.Memory()) {}
+    ItemAllocator(const ItemAllocator<Other>& other) : memory_(other.Memory()) {}
 
     T* allocate(std::size_t count) { return static_cast<T*>(memory_->Take(count * sizeof(T))); }
     void deallocate(T* objects, std::size_t count) noexcept {
         memory_->GiveBack(objects, count * sizeof(T));
     }
-    const std::shared_ptr<RowMemory>& Memory() const { return memory_; }
-    bool operator==(const RowAllocator&) const = default;
+    const std::shared_ptr<ItemMemory>& Memory() const { return memory_; }
+    bool operator==(const ItemAllocator&) const = default;
 
 private:
-    std::shared_ptr<RowMemory> memory_;
+    std::shared_ptr<ItemMemory> memory_;
 };
 
 }  // namespace widgets

@@ -1,4 +1,4 @@
-#include "widgets/row_memory.h"
+#include "widgets/item_memory.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +11,8 @@
 namespace widgets {
 namespace {
 
-TEST(RowMemory, PiecesAreApartAndAligned) {
-    RowMemory memory;
+TEST(ItemMemory, PiecesAreApartAndAligned) {
+    ItemMemory memory;
     std::vector<std::pair<unsigned char*, std::size_t>> pieces;
     for (std::size_t size = 1; size < 3000; size += 7) {
         auto* const piece = static_cast<unsigned char*>(memory.Take(size));
@@ -26,8 +26,8 @@ TEST(RowMemory, PiecesAreApartAndAligned) {
     }
 }
 
-TEST(RowMemory, WhatIsGivenBackIsTakenAgain) {
-    RowMemory memory;
+TEST(ItemMemory, WhatIsGivenBackIsTakenAgain) {
+    ItemMemory memory;
     std::set<void*> taken;
     for (int i = 0; i < 1000; ++i) taken.insert(memory.Take(100));
     EXPECT_EQ(taken.size(), 1000u);
@@ -36,21 +36,21 @@ TEST(RowMemory, WhatIsGivenBackIsTakenAgain) {
     EXPECT_EQ(taken.count(memory.Take(100)), 0u);
 }
 
-TEST(RowMemory, PiecesOfOtherSizesDoNotShareMemory) {
-    RowMemory memory;
+TEST(ItemMemory, PiecesOfOtherSizesDoNotShareMemory) {
+    ItemMemory memory;
     void* const small = memory.Take(16);
     memory.GiveBack(small, 16);
     EXPECT_NE(memory.Take(17), small);
     EXPECT_EQ(memory.Take(1), small);
 }
 
-TEST(RowMemory, AnAllocatorsObjectsKeepIt) {
-    std::weak_ptr<RowMemory> watched;
+TEST(ItemMemory, AnAllocatorsObjectsKeepIt) {
+    std::weak_ptr<ItemMemory> watched;
     std::shared_ptr<int> kept;
     {
-        const auto memory = std::make_shared<RowMemory>();
+        const auto memory = std::make_shared<ItemMemory>();
         watched = memory;
-        kept = std::allocate_shared<int>(RowAllocator<int>(memory), 7);
+        kept = std::allocate_shared<int>(ItemAllocator<int>(memory), 7);
     }
     EXPECT_FALSE(watched.expired());
     EXPECT_EQ(*kept, 7);

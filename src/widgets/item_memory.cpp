@@ -1,4 +1,4 @@
-#include "widgets/row_memory.h"
+#include "widgets/item_memory.h"
 
 #include <algorithm>
 #include <new>
@@ -26,7 +26,7 @@ void Open([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) {
 
 }  // namespace
 
-void* RowMemory::Take(std::size_t size) {
+void* ItemMemory::Take(std::size_t size) {
     if (size > largest) return ::operator new(size);
     Piece*& free = free_[Rounded(size) / step];
     if (free == nullptr) return TakeNew(Rounded(size));
@@ -36,14 +36,14 @@ void* RowMemory::Take(std::size_t size) {
     return taken;
 }
 
-void RowMemory::GiveBack(void* piece, std::size_t size) noexcept {
+void ItemMemory::GiveBack(void* piece, std::size_t size) noexcept {
     if (size > largest) return ::operator delete(piece);
     Piece*& free = free_[Rounded(size) / step];
     free = new (piece) Piece{free};
     Close(piece, Rounded(size));
 }
 
-std::byte* RowMemory::TakeNew(std::size_t size) {
+std::byte* ItemMemory::TakeNew(std::size_t size) {
     if (size > restSize_) {
         blocks_.push_back(std::make_unique_for_overwrite<std::byte[]>(nextBlock_));
         rest_ = blocks_.back().get();
