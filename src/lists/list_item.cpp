@@ -183,8 +183,7 @@ std::size_t ListItem::ColumnOf(short index) const {
 int ListItem::ImageIn(const VARIANT& keyOrPosition) const {
     if (V_VT(&keyOrPosition) == VT_EMPTY) return widgets::Row::noImage;
     if (V_VT(&keyOrPosition) == VT_BSTR) {
-        const std::wstring_view key = ole::ViewOf(V_BSTR(&keyOrPosition));
-        return key.empty() ? widgets::Row::noImage : home_->images->Find(key);
+        return home_->images->FindOrNone(ole::ViewOf(V_BSTR(&keyOrPosition)));
     }
     _variant_t position;
     ole::Check(ole::ChangeType(position, keyOrPosition, VT_I4));

@@ -10,6 +10,7 @@
 #include "ole/automation_collection.h"
 #include "ole/error.h"
 #include "ole/event_arguments.h"
+#include "ole/finally.h"
 #include "ole/text.h"
 #include "ole/units.h"
 
@@ -302,8 +303,9 @@ HRESULT ListView::get_dropAllowed(VARIANT_BOOL* value) {
 
 HRESULT ListView::put_dropAllowed(VARIANT_BOOL* value) {
     return Run([&] {
-        drag_.SetDrops(*value != VARIANT_FALSE, List().Handle());
-        dropAllowed_ = *value != VARIANT_FALSE;
+        const bool drops = *value != VARIANT_FALSE;
+        drag_.SetDrops(drops, drops ? List().Handle() : nullptr);
+        dropAllowed_ = drops;
     });
 }
 
@@ -409,7 +411,7 @@ void ListView::AddHeader(const _bstr_t& text, double width) {
 }
 
 int ListView::FindImage(std::wstring_view key) {
-    return key.empty() ? widgets::Row::noImage : images_.Find(key);
+    return images_.FindOrNone(key);
 }
 
 int ListView::FirstImage() {
@@ -433,29 +435,18 @@ widgets::RowList& ListView::List() {
 
 template <class Work>
 HRESULT ListView::Fill(Work&& work) noexcept {
-    class Shows {
-    public:
-        explicit Shows(ListView& view) : view_(view) {
-            view_.List();
-            ++view_.filling_;
-        }
-        Shows(const Shows&) = delete;
-        Shows& operator=(const Shows&) = delete;
-        ~Shows() {
-            if (--view_.filling_ == 0) view_.rows_.PlaceAdded();
-        }
-
-    private:
-        ListView& view_;
-    };
     return Run([&] {
-        const Shows shows(*this);
+        List();
+        ++filling_;
+        const ole::Finally shows([this] {
+            if (--filling_ == 0) rows_.PlaceAdded();
+        });
         work();
     });
 }
 
 void ListView::AddImages(BSTR key, const widgets::Picture& small, const widgets::Picture& large) {
-    images_.Add(ole::ViewOf(key), small, large, Dpi());
+    images_.Add(ole::ViewOf(key), small, large);
 }
 
 template <class Predicate>

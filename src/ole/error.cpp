@@ -187,7 +187,7 @@ void TakeErrorInfo(HRESULT result, EXCEPINFO& exception) noexcept {
 }
 
 void NoteErrorWithoutCaller() noexcept {
-    OutputDebugStringW(L"An error of the user's input has no caller; it ends there.\n");
+    OutputDebugStringW(L"An error that has no caller ends here.\n");
 }
 
 ExceptionInfo::~ExceptionInfo() {

@@ -3,6 +3,7 @@
 #include <oaidl.h>
 
 #include "ole/object.h"
+#include "ole/text.h"
 
 namespace ole {
 
@@ -22,7 +23,7 @@ inline VARIANT ByReference(short& number) {
     return argument;
 }
 
-/// A truth value; a type of its own because the platform's is a `short`.
+/// A truth value; a name of its own, because the platform's type is a `short`.
 inline VARIANT FlagByReference(VARIANT_BOOL& flag) {
     VARIANT argument = {};
     V_VT(&argument) = VT_BOOL | VT_BYREF;
@@ -33,8 +34,7 @@ inline VARIANT FlagByReference(VARIANT_BOOL& flag) {
 /// A text that the host may replace.
 class TextVariable {
 public:
-    explicit TextVariable(std::wstring_view text)
-        : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {}
+    explicit TextVariable(std::wstring_view text) : text_(ToBstr(text).Detach()) {}
     ~TextVariable() { SysFreeString(text_); }
     TextVariable(const TextVariable&) = delete;
     TextVariable& operator=(const TextVariable&) = delete;

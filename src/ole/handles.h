@@ -50,6 +50,19 @@ private:
     HDC context_ = GetDC(nullptr);
 };
 
+/// A device context in memory, like the screen's.
+class MemoryContext {
+public:
+    MemoryContext() = default;
+    MemoryContext(const MemoryContext&) = delete;
+    MemoryContext& operator=(const MemoryContext&) = delete;
+    ~MemoryContext() { DeleteDC(context_); }
+    HDC Get() const { return context_; }
+
+private:
+    HDC context_ = CreateCompatibleDC(nullptr);
+};
+
 /// Selects an object into a device context for a moment.
 class Selected {
 public:

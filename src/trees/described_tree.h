@@ -23,12 +23,16 @@ public:
     ole::Object repository;
 
     void RestartKeys() { counter_ = NodeCounter(); }
+    /// Begins with no records; those that there were are let go of.
     void ForgetInfos();
     /// Makes the root node and its description, with a placeholder below.
     void MakeRoot();
+    /// Lets go of the records and the repository.
     void LetGo();
 
+    /// Whether the first child has the placeholder's image, whoever gave it that.
     bool IsUnfilled(const widgets::TreeNode& node) const;
+    /// Takes the first child away and makes the nodes that are described. For an unfilled node.
     void Fill(const widgets::NodePtr& node);
 
     /// What a node stands for. Errors: 5 for a node without, as placeholders are, 91 before

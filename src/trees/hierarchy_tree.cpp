@@ -71,8 +71,8 @@ ole::Ref<HTNodeInfo> HierarchyTree::Propose(const ole::Object& object,
     return info;
 }
 
-widgets::NodePtr HierarchyTree::AddNode(const HTNodeInfo& info, const HTNewNodeInfo& proposal,
-                                        const Place& place) {
+widgets::NodePtr HierarchyTree::MakeNode(const HTNodeInfo& info, const HTNewNodeInfo& proposal,
+                                         const Place& place) {
     const auto number = info.key.Number();
     if (!number) ole::Throw(ole::Number::elementNotFound);
     return pane_.AddNode(*number, NodeAt(place), ole::ViewOf(proposal.caption),
@@ -88,7 +88,7 @@ void HierarchyTree::AddRoot(const ole::Object& object, const Place& place) {
     proposal->nodeType = HTNode;
     const auto info = Propose(object, proposal, {});
     if (!info) return;
-    const widgets::NodePtr node = AddNode(*info.Get(), *proposal.Get(), place);
+    const widgets::NodePtr node = MakeNode(*info.Get(), *proposal.Get(), place);
     if (HasLinks(object)) AddPlaceholder(pane_, counter_, node, dummyImage);
 }
 
@@ -114,7 +114,7 @@ widgets::NodePtr HierarchyTree::AddFolder(HTNodeType kind, const ole::Object& ob
     proposal->image = ole::ToBstr(folderImage);
     proposal->caption = ole::ToText(object.Call(L"name"));
     const auto info = Propose(object, proposal, {});
-    return info ? AddNode(*info.Get(), *proposal.Get(), place) : nullptr;
+    return info ? MakeNode(*info.Get(), *proposal.Get(), place) : nullptr;
 }
 
 void HierarchyTree::AddExtension(const ole::Object& metaNode) {
@@ -140,7 +140,7 @@ void HierarchyTree::AddSubNode(const ole::Object& object, const Place& place,
     const auto info = Propose(object, proposal, link);
     if (!info) return;
     if (!place.IsGiven()) ole::Throw(ole::Number::objectNotSet);
-    const widgets::NodePtr node = AddNode(*info.Get(), *proposal.Get(), place);
+    const widgets::NodePtr node = MakeNode(*info.Get(), *proposal.Get(), place);
     AddPlaceholder(pane_, counter_, node, dummyImage);
 }
 
@@ -149,7 +149,7 @@ void HierarchyTree::AddSubNodeToCurrent(const ole::Object& object, const ole::Ob
     if (selected && !IsUnfilled(*selected)) AddSubNode(object, Place{selected, {}}, link);
 }
 
-void HierarchyTree::AddLink(const ole::Ref<HTNodeInfo>& parent, const ole::Object& link) {
+void HierarchyTree::AddNode(const ole::Ref<HTNodeInfo>& parent, const ole::Object& link) {
     if (!parent) return;
     const auto number = parent->key.Number();
     widgets::NodePtr node = number ? pane_.Nodes().Find(*number) : nullptr;
@@ -195,7 +195,7 @@ void HierarchyTree::Select(const ole::Object& object) {
     auto info = Infos().OfObject(object);
     if (!info) info = Infos().OfLink(object);
     const std::wstring key = info ? info->key.Text() : std::wstring();
-    if (!key.empty()) pane_.SelectNode(*FindNode(pane_, key));
+    if (!key.empty()) pane_.SelectNode(FindNode(pane_, key));
 }
 
 void HierarchyTree::Expand(const ole::Object& object) {

@@ -14,8 +14,10 @@ namespace trees {
 class HierarchyPane : public TreePane {
 public:
     virtual widgets::NodePtr SelectedNode() = 0;
-    virtual void SelectNode(widgets::TreeNode& node) = 0;
-    /// Opens a node, which fills it.
+    /// Selects a node and opens those above it, which fills them. Errors of the filling reach the
+    /// caller.
+    virtual void SelectNode(const widgets::NodePtr& node) = 0;
+    /// Opens a node, which fills it. Errors of the filling reach the caller.
     virtual void OpenNode(const widgets::NodePtr& node) = 0;
     /// Errors: 35601 for an unknown image.
     virtual void SetLook(widgets::TreeNode& node, std::wstring_view text,
@@ -43,7 +45,9 @@ public:
 
     bool withFolders = false;
 
+    /// Begins with no records; those that there were are let go of.
     void ForgetInfos();
+    /// Lets go of the records; the nodes stay.
     void LetGo();
 
     /// What a proposed node stands for, null where the host refuses it.
@@ -55,13 +59,17 @@ public:
     /// `parent`: a node's key or its record. Raises 91, after the proposal, for neither.
     void AddSubNode(const ole::Object& object, const VARIANT& parent, const ole::Object& link);
     void AddSubNodeToCurrent(const ole::Object& object, const ole::Object& link);
-    void AddLink(const ole::Ref<HTNodeInfo>& parent, const ole::Object& link);
+    void AddNode(const ole::Ref<HTNodeInfo>& parent, const ole::Object& link);
     void RemoveLink(const ole::Object& link);
 
     void Select(const ole::Object& object);
     void Expand(const ole::Object& object);
 
+    /// Whether the first child, or a node without children itself, has the placeholder's image,
+    /// whoever gave it that.
     bool IsUnfilled(const widgets::TreeNode& node) const;
+    /// Takes the first child away, tells the host, and follows the object's links. For an unfilled
+    /// node.
     void Fill(const widgets::NodePtr& node);
 
     // Null for a node that stands for nothing, as placeholders do.
@@ -87,10 +95,11 @@ private:
     widgets::NodePtr AddFolder(HTNodeType kind, const ole::Object& object, const Place& place);
     void AddRoot(const ole::Object& object, const Place& place);
     void AddSubNode(const ole::Object& object, const Place& place, const ole::Object& link);
-    widgets::NodePtr AddNode(const HTNodeInfo& info, const HTNewNodeInfo& proposal,
-                             const Place& place);
+    widgets::NodePtr MakeNode(const HTNodeInfo& info, const HTNewNodeInfo& proposal,
+                              const Place& place);
     /// Removes a node from the leaves up.
     void RemoveBranch(const widgets::NodePtr& root);
+    /// Reads the meta links of the object's meta node until one has links of the object.
     static bool HasLinks(const ole::Object& object);
 
     HierarchyPane& pane_;

@@ -1,5 +1,6 @@
 #include "trees/hierarchy_tree_view.h"
 
+#include "ole/finally.h"
 #include "ole/units.h"
 #include "trees/library_icons.h"
 
@@ -39,6 +40,11 @@ HierarchyTreeView::HierarchyTreeView() : TreeControl(dragEvents, false), hierarc
     };
 }
 
+HierarchyTreeView::~HierarchyTreeView() {
+    // Objects that go may call back, while all of the control is there.
+    hierarchy_.LetGo();
+}
+
 HRESULT HierarchyTreeView::Create(VARIANT*) {
     return Run([&] {
         hierarchy_.ForgetInfos();
@@ -46,7 +52,7 @@ HRESULT HierarchyTreeView::Create(VARIANT*) {
         MakeIcon(ole::ToBstr(HierarchyTree::dummyImage), ole::ToBstr(DummyIconPath()));
         MakeIcon(ole::ToBstr(HierarchyTree::folderImage), ole::ToBstr(FolderIconPath()));
         Tree().SetImages(&images_);
-        SetTreeEnabled(true);
+        tree_.Enable(true);
         tree_.SetIndent(ole::TwipsToPixels(indentInTwips, Dpi()));
         tree_.SetEditsLabels(false);
     });
@@ -68,10 +74,7 @@ HRESULT HierarchyTreeView::Destroy(VARIANT*) {
 }
 
 HRESULT HierarchyTreeView::AddIcon(BSTR* name, BSTR* iconPath, _HTIcon** icon) {
-    return Run([&] {
-        *icon =
-            ole::Ref<_HTIcon>(MakeIcon(ole::ToBstr(*name), ole::ToBstr(*iconPath)).Get()).Detach();
-    });
+    return Run([&] { ole::Give(MakeIcon(ole::ToBstr(*name), ole::ToBstr(*iconPath)), icon); });
 }
 
 ole::Ref<HTIcon> HierarchyTreeView::MakeIcon(const _bstr_t& name, const _bstr_t& path) {
@@ -130,7 +133,7 @@ HRESULT HierarchyTreeView::AddSubNodeToCurrent(IDispatch** repObject, IDispatch*
 }
 
 HRESULT HierarchyTreeView::AddNode(_HTNodeInfo** parent, IDispatch** link, VARIANT*) {
-    return Change([&] { hierarchy_.AddLink(ole::OwnRecord<HTNodeInfo>(*parent), *link); });
+    return Change([&] { hierarchy_.AddNode(ole::OwnRecord<HTNodeInfo>(*parent), *link); });
 }
 
 HRESULT HierarchyTreeView::Expand(IDispatch** repObject, VARIANT*) {
@@ -215,7 +218,7 @@ widgets::NodePtr HierarchyTreeView::SelectedNode() {
     return Tree().Selected();
 }
 
-void HierarchyTreeView::SelectNode(widgets::TreeNode& node) {
+void HierarchyTreeView::SelectNode(const widgets::NodePtr& node) {
     Tree().Select(node);
 }
 
@@ -226,10 +229,8 @@ void HierarchyTreeView::OpenNode(const widgets::NodePtr& node) {
 void HierarchyTreeView::SetLook(widgets::TreeNode& node, std::wstring_view text,
                                 std::wstring_view image) {
     node.text = text;
-    tree_.ShowAgain(node);
-    if (image.empty()) return;
-    node.image = ImageIn(image);
-    tree_.ShowAgain(node);
+    const ole::Finally shows([&] { tree_.ShowAgain(node); });
+    if (!image.empty()) node.image = images_.Find(image);
 }
 
 void HierarchyTreeView::WhileRemoving(const std::function<void()>& work) {

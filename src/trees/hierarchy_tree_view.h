@@ -14,6 +14,7 @@ class HierarchyTreeView final : public TreeControl<_HierarchyTreeView, CLSID_Hie
                                                    DIID___HierarchyTreeView, HierarchyPane> {
 public:
     HierarchyTreeView();
+    ~HierarchyTreeView() override;
 
     STDMETHODIMP Create(VARIANT* result) override;
     STDMETHODIMP Init(VARIANT* result) override;
@@ -55,7 +56,7 @@ private:
     ole::Object InfoForEvent(const widgets::NodePtr& node) override;
 
     widgets::NodePtr SelectedNode() override;
-    void SelectNode(widgets::TreeNode& node) override;
+    void SelectNode(const widgets::NodePtr& node) override;
     void OpenNode(const widgets::NodePtr& node) override;
     void SetLook(widgets::TreeNode& node, std::wstring_view text, std::wstring_view image) override;
     void WhileRemoving(const std::function<void()>& work) override;

@@ -34,7 +34,7 @@ public:
             made->key = ole::ToBstr(*childKey);
             children_->Values().Add(_variant_t(static_cast<IDispatch*>(made.Get())),
                                     ole::ToWide(made->key));
-            *child = ole::Ref<_NodeDescription>(made.Get()).Detach();
+            ole::Give(made, child);
         });
     }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 
 #include "ole/record.h"
@@ -13,20 +12,23 @@ class RecordKey {
 public:
     RecordKey() = default;
     void SetNumber(std::int32_t number) { number_ = number; }
-    void Write(const _bstr_t& text) { written_ = std::make_unique<_bstr_t>(text); }
+    void Write(const _bstr_t& text) { written_ = text; }
 
     std::wstring Text() const {
-        if (written_) return ole::ToWide(*written_);
+        if (IsWritten()) return ole::ToWide(written_);
         return number_ ? KeyOf(*number_) : std::wstring();
     }
     /// The number of the node that has the key, none where no node could.
     std::optional<std::int32_t> Number() const {
-        return written_ ? NumberIn(ole::ViewOf(*written_)) : number_;
+        return IsWritten() ? NumberIn(ole::ViewOf(written_)) : number_;
     }
 
 private:
+    bool IsWritten() const { return !!written_; }
+
     std::optional<std::int32_t> number_;
-    std::unique_ptr<_bstr_t> written_;
+    /// Null until a host writes.
+    _bstr_t written_;
 };
 
 /// A record of a node.

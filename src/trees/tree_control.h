@@ -6,11 +6,11 @@
 #include "ole/control/control.h"
 #include "ole/drag/drag_and_drop.h"
 #include "ole/event_arguments.h"
+#include "ole/finally.h"
 #include "ole/text.h"
 #include "trees/tree_pane.h"
 #include "widgets/image_lists.h"
 #include "widgets/node_tree.h"
-#include "widgets/raised.h"
 
 namespace trees {
 
@@ -23,7 +23,7 @@ public:
     STDMETHODIMP put_Enabled(VARIANT_BOOL* setting) override {
         return this->Run([&] {
             enabled_ = *setting != VARIANT_FALSE;
-            SetTreeEnabled(enabled_);
+            Tree().Enable(enabled_);
         });
     }
     STDMETHODIMP get_dragAllowed(VARIANT_BOOL* setting) override {
@@ -40,8 +40,9 @@ public:
     }
     STDMETHODIMP put_dropAllowed(VARIANT_BOOL* setting) override {
         return this->Run([&] {
-            drag_.SetDrops(*setting != VARIANT_FALSE, Tree().Handle());
-            dropAllowed_ = *setting != VARIANT_FALSE;
+            const bool drops = *setting != VARIANT_FALSE;
+            drag_.SetDrops(drops, drops ? Tree().Handle() : nullptr);
+            dropAllowed_ = drops;
         });
     }
     STDMETHODIMP GetCheckedItems(_Collection** objects) override { return GiveNone(objects); }
@@ -90,18 +91,8 @@ protected:
     /// Runs a member that adds nodes; those that it added are shown however it ends.
     template <class Work>
     HRESULT Change(Work&& work) noexcept {
-        class Shows {
-        public:
-            explicit Shows(widgets::NodeTree& tree) : tree_(tree) {}
-            ~Shows() { tree_.Sync(); }
-            Shows(const Shows&) = delete;
-            Shows& operator=(const Shows&) = delete;
-
-        private:
-            widgets::NodeTree& tree_;
-        };
         return this->Run([&] {
-            const Shows shows(tree_);
+            const ole::Finally shows([this] { tree_.Sync(); });
             work();
         });
     }
@@ -109,21 +100,12 @@ protected:
         return this->Run([&] { *setting = ole::ToFlag(flag); });
     }
 
-    void SetTreeEnabled(bool enabled) {
-        treeEnabled_ = enabled;
-        EnableWindow(Tree().Handle(), enabled);
-    }
     void AddImage(std::wstring_view key, const std::wstring& file) {
-        const int dpi = this->Dpi();
-        images_.Add(key, widgets::Picture::FromFile(file, MulDiv(16, dpi, 96)), dpi);
+        images_.Add(key, widgets::Picture::FromFile(file, MulDiv(16, this->Dpi(), 96)));
     }
     void RemoveImages() {
         tree_.SetImages(nullptr);
         images_.Clear();
-    }
-    /// The position of an image. Errors: 35601 for an unknown key; an empty one is no image.
-    int ImageIn(std::wstring_view key) const {
-        return key.empty() ? widgets::TreeNode::noImage : images_.Find(key);
     }
     void RaiseOfNode(DISPID event, const widgets::NodePtr& node) {
         ole::ObjectVariable info(InfoForEvent(node));
@@ -135,7 +117,7 @@ protected:
     widgets::NodePtr AddNode(std::int32_t number, const widgets::NodePtr& parent,
                              std::wstring_view text, std::wstring_view image) override {
         if (parent && !Nodes().Holds(*parent)) ole::Throw(ole::Number::elementNotFound);
-        const int position = ImageIn(image);
+        const int position = images_.FindOrNone(image);
         widgets::NodePtr node = tree_.Add(number, parent.get());
         if (!node) ole::Throw(ole::Number::keyNotUnique);
         node->text = text;
@@ -154,7 +136,6 @@ protected:
 private:
     void CreateInner(HWND outer) override {
         tree_.Create(outer);
-        EnableWindow(tree_.Handle(), treeEnabled_);
         drag_.Attach(tree_.Handle());
     }
     void Arrange(SIZE size) override { tree_.SetSize(size); }
@@ -172,8 +153,7 @@ private:
 
     HRESULT GiveNone(_Collection** objects) noexcept {
         using Objects = ole::AutomationCollection<_Collection, CLSID_Collection>;
-        return this->Run(
-            [&] { *objects = ole::Ref<_Collection>(ole::Make<Objects>().Get()).Detach(); });
+        return this->Run([&] { ole::Give(ole::Make<Objects>(), objects); });
     }
 
     void OnBeginDrag() {
@@ -190,7 +170,6 @@ private:
     bool enabled_ = false;
     bool dragAllowed_ = false;
     bool dropAllowed_ = false;
-    bool treeEnabled_ = true;
 };
 
 }  // namespace trees

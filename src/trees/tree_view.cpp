@@ -22,6 +22,11 @@ TreeView::TreeView() : TreeControl(dragEvents, true), described_(*this) {
     };
 }
 
+TreeView::~TreeView() {
+    // Objects that go may call back, while all of the control is there.
+    described_.LetGo();
+}
+
 HRESULT TreeView::get_Repository(IDispatch** object) {
     return Run([&] { ole::Ref<IDispatch>(described_.repository.Get()).CopyTo(object); });
 }

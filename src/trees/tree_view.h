@@ -10,6 +10,7 @@ namespace trees {
 class TreeView final : public TreeControl<_TreeView, CLSID_TreeView, DIID___TreeView, TreePane> {
 public:
     TreeView();
+    ~TreeView() override;
 
     STDMETHODIMP get_Repository(IDispatch** object) override;
     STDMETHODIMP put_Repository(IDispatch** object) override;

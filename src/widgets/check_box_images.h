@@ -4,24 +4,23 @@
 
 #include <commctrl.h>
 
+#include "widgets/image_list.h"
+
 namespace widgets {
+
+/// The state of a list's or a tree's item with a check box, or without one.
+constexpr UINT CheckBoxState(bool shown, bool checked) {
+    return INDEXTOSTATEIMAGEMASK(shown ? (checked ? 2u : 1u) : 0u);
+}
 
 /// The images of check boxes as a list of state images has them: none, empty, checked.
 class CheckBoxImages {
 public:
-    static constexpr UINT unchecked = 1;
-    static constexpr UINT checked = 2;
-
-    CheckBoxImages() = default;
-    ~CheckBoxImages();
-    CheckBoxImages(const CheckBoxImages&) = delete;
-    CheckBoxImages& operator=(const CheckBoxImages&) = delete;
-
     /// Drawn when first asked for, for a window's resolution.
     HIMAGELIST Get(HWND window);
 
 private:
-    HIMAGELIST list_ = nullptr;
+    ImageList list_;
 };
 
 }  // namespace widgets

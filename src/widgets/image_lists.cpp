@@ -3,29 +3,25 @@
 #include <utility>
 
 #include "ole/error.h"
-#include "ole/theme.h"
 
 namespace widgets {
 
-void ImageLists::AddTo(ImageList& list, const Picture& picture, int dpi) {
+void ImageLists::AddTo(ImageList& list, const Picture& picture) {
     if (list != nullptr) {
         picture.AddTo(list.get());
         return;
     }
-    const SIZE size = picture.Size(dpi);
-    const ole::ThemedScope themed;
-    ImageList made(ImageList_Create(size.cx, size.cy, ILC_COLOR32 | ILC_MASK, 4, 4));
-    if (made == nullptr) ole::Check(E_OUTOFMEMORY);
+    ImageList made = MakeImageList(picture.Size(), ILC_COLOR32 | ILC_MASK);
     picture.AddTo(made.get());
     list = std::move(made);
 }
 
-void ImageLists::Add(std::wstring_view key, const Picture& small, const Picture& large, int dpi) {
+void ImageLists::Add(std::wstring_view key, const Picture& small, const Picture& large) {
     CheckFree(key);
     const int position = Count();
-    AddTo(small_, small, dpi);
+    AddTo(small_, small);
     try {
-        AddTo(large_, large, dpi);
+        AddTo(large_, large);
     } catch (...) {
         if (position == 0)
             small_.reset();
@@ -36,9 +32,9 @@ void ImageLists::Add(std::wstring_view key, const Picture& small, const Picture&
     Remember(key);
 }
 
-void ImageLists::Add(std::wstring_view key, const Picture& small, int dpi) {
+void ImageLists::Add(std::wstring_view key, const Picture& small) {
     CheckFree(key);
-    AddTo(small_, small, dpi);
+    AddTo(small_, small);
     Remember(key);
 }
 
@@ -55,7 +51,7 @@ void ImageLists::Remember(std::wstring_view key) {
 }
 
 Picture ImageLists::PictureAt(int position) const {
-    return Picture::FromIcon(ImageList_GetIcon(small_.get(), position, ILD_TRANSPARENT));
+    return Picture::FromIcon(OwnedIcon(ImageList_GetIcon(small_.get(), position, ILD_TRANSPARENT)));
 }
 
 void ImageLists::Clear() {

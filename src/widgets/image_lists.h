@@ -5,12 +5,12 @@
 #include <commctrl.h>
 #include <ocidl.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "widgets/image_list.h"
 #include "widgets/picture.h"
 
 namespace widgets {
@@ -25,14 +25,16 @@ public:
 
     /// Adds an image to both lists, or to none. Errors: 35602 for a key in use, 481 for a picture
     /// that cannot be drawn.
-    void Add(std::wstring_view key, const Picture& small, const Picture& large, int dpi);
+    void Add(std::wstring_view key, const Picture& small, const Picture& large);
     /// Adds an image where only small ones are shown. Errors: the same.
-    void Add(std::wstring_view key, const Picture& small, int dpi);
+    void Add(std::wstring_view key, const Picture& small);
     void Clear();
 
     int Count() const { return static_cast<int>(keys_.size()); }
     /// The position of a key. Errors: 35601.
     int Find(std::wstring_view key) const;
+    /// As `Find`, but -1 for an empty key, which is no image.
+    int FindOrNone(std::wstring_view key) const { return key.empty() ? -1 : Find(key); }
     const std::wstring& Key(int position) const {
         return keys_[static_cast<std::size_t>(position)];
     }
@@ -44,14 +46,8 @@ public:
     HIMAGELIST Large() const { return large_.get(); }
 
 private:
-    struct Destroys {
-        using pointer = HIMAGELIST;
-        void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
-    };
-    using ImageList = std::unique_ptr<HIMAGELIST, Destroys>;
-
     /// Adds a picture to a list, which is made first where there is none yet.
-    static void AddTo(ImageList& list, const Picture& picture, int dpi);
+    static void AddTo(ImageList& list, const Picture& picture);
 
     void CheckFree(std::wstring_view key) const;
     void Remember(std::wstring_view key);

@@ -4,22 +4,11 @@
 #include <utility>
 
 #include "ole/error.h"
-#include "ole/handles.h"
 #include "ole/server.h"
 #include "ole/theme.h"
 #include "widgets/raised.h"
 
 namespace widgets {
-
-namespace {
-
-UINT BoxOf(const TreeNode& node, bool shown) {
-    if (!shown) return 0;
-    return INDEXTOSTATEIMAGEMASK(node.checked ? CheckBoxImages::checked
-                                              : CheckBoxImages::unchecked);
-}
-
-}  // namespace
 
 /// The window draws nothing for a moment. What waits for the end of a message does not come up in
 /// it.
@@ -43,8 +32,8 @@ NodeTree::~NodeTree() {
 
 void NodeTree::Create(HWND parent) {
     const ole::ThemedScope themed;
-    constexpr DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASLINES | TVS_HASBUTTONS |
-                            TVS_SHOWSELALWAYS | TVS_INFOTIP;
+    constexpr DWORD style =
+        WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASLINES | TVS_HASBUTTONS | TVS_SHOWSELALWAYS;
     handle_ = CreateWindowExW(WS_EX_CLIENTEDGE, WC_TREEVIEWW, L"",
                               style | (linesAtRoot_ ? DWORD{TVS_LINESATROOT} : 0) |
                                   (editsLabels_ ? DWORD{TVS_EDITLABELS} : 0) |
@@ -54,6 +43,7 @@ void NodeTree::Create(HWND parent) {
     SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     system_ = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+    EnableWindow(handle_, enabled_);
     if (checkBoxes_) SetCheckBoxes(true);
     SetImages(images_);
     // Pictures may bring an indentation of their own.
@@ -80,9 +70,9 @@ LRESULT NodeTree::Send(UINT message, WPARAM wide, LPARAM large) const {
     return answer;
 }
 
-LRESULT NodeTree::SetStyle(DWORD style, bool on) const {
+void NodeTree::SetStyle(DWORD style, bool on) const {
     const auto now = static_cast<DWORD>(GetWindowLongW(handle_, GWL_STYLE));
-    return SetWindowLongW(handle_, GWL_STYLE, static_cast<LONG>(on ? now | style : now & ~style));
+    SetWindowLongW(handle_, GWL_STYLE, static_cast<LONG>(on ? now | style : now & ~style));
 }
 
 HTREEITEM NodeTree::ItemOrRoot(const TreeNode& node) const {
@@ -164,7 +154,7 @@ HTREEITEM NodeTree::Insert(TreeNode& node, HTREEITEM parent, HTREEITEM after) co
     if (checkBoxes_) {
         item.mask |= TVIF_STATE;
         item.stateMask = TVIS_STATEIMAGEMASK;
-        item.state = BoxOf(node, true);
+        item.state = CheckBoxState(true, node.checked);
     }
     const auto made =
         reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
@@ -186,7 +176,10 @@ void NodeTree::Remove(TreeNode& node) {
     TreeNode& place = nodes_.PlaceOf(node);
     Doom(node);
     nodes_.Remove(node);
-    if (place.FirstChild() == nullptr) ShowAgain(place);
+    if (place.FirstChild() == nullptr) {
+        place.childrenWait = false;
+        ShowAgain(place);
+    }
     RemoveDoomed();
 }
 
@@ -268,11 +261,12 @@ void NodeTree::ShowBox(const TreeNode& node, bool shown) const {
     item.mask = TVIF_STATE | TVIF_HANDLE;
     item.hItem = ItemOf(node);
     item.stateMask = TVIS_STATEIMAGEMASK;
-    item.state = BoxOf(node, shown);
+    item.state = CheckBoxState(shown, node.checked);
     Send(TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
 }
 
 void NodeTree::CheckAll(bool checked) {
+    const Still still(*this);
     nodes_.Each([&](TreeNode& node) { Check(node, checked); });
 }
 
@@ -280,13 +274,15 @@ NodePtr NodeTree::Selected() const {
     return NodeOf(reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)));
 }
 
-void NodeTree::Select(TreeNode& node) {
-    Show(node);
-    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(node)));
-    // Selecting a node opens those above it.
-    for (TreeNode* at = &nodes_.PlaceOf(node); at != &nodes_.Top(); at = &nodes_.PlaceOf(*at)) {
-        at->expanded = true;
-    }
+void NodeTree::Select(const NodePtr& node) {
+    std::vector<NodePtr> above;
+    for (NodePtr at = nodes_.ParentOf(*node); at; at = nodes_.ParentOf(*at)) above.push_back(at);
+    std::for_each(above.rbegin(), above.rend(), [this](const NodePtr& each) {
+        if (nodes_.Holds(*each) && !IsOpenInWindow(*each)) Open(each);
+    });
+    if (!nodes_.Holds(*node)) return;
+    Show(*node);
+    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(*node)));
 }
 
 void NodeTree::Fill(const NodePtr& node) {
@@ -349,11 +345,21 @@ void NodeTree::SetImages(const ImageLists* images) {
          reinterpret_cast<LPARAM>(images != nullptr ? images->Small() : nullptr));
 }
 
+void NodeTree::Enable(bool enabled) {
+    enabled_ = enabled;
+    if (handle_ != nullptr) EnableWindow(handle_, enabled);
+    Send(TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ShownTextColor()));
+}
+
 void NodeTree::SetColors(COLORREF text, COLORREF background) {
     textColor_ = text;
     background_ = background;
-    Send(TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(text));
+    Send(TVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(ShownTextColor()));
     Send(TVM_SETBKCOLOR, 0, static_cast<LPARAM>(background));
+}
+
+COLORREF NodeTree::ShownTextColor() const {
+    return enabled_ ? textColor_ : GetSysColor(COLOR_GRAYTEXT);
 }
 
 void NodeTree::SetFont(HFONT font) {
@@ -363,38 +369,6 @@ void NodeTree::SetFont(HFONT font) {
 
 void NodeTree::SetSize(SIZE size) {
     SetWindowPos(handle_, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void NodeTree::Draw(HDC context, const RECT& bounds) {
-    RECT box = bounds;
-    const ole::Brush background(CreateSolidBrush(background_));
-    FillRect(context, &box, background.Get());
-    DrawEdge(context, &box, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
-    const ole::Selected font(context, font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT));
-    SetBkMode(context, TRANSPARENT);
-    SetTextColor(context, textColor_);
-    TEXTMETRICW metrics = {};
-    GetTextMetricsW(context, &metrics);
-    const LONG height = metrics.tmHeight + metrics.tmHeight / 3;
-    LONG top = box.top;
-    LONG depth = 1;
-    const TreeNode* node = nodes_.Top().FirstChild();
-    while (node != nullptr && top < box.bottom) {
-        RECT line = {box.left + depth * height, top, box.right, std::min(top + height, box.bottom)};
-        DrawTextW(context, node->text.c_str(), static_cast<int>(node->text.size()), &line,
-                  DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX | DT_END_ELLIPSIS);
-        top += height;
-        if (node->expanded && node->FirstChild() != nullptr) {
-            node = node->FirstChild();
-            ++depth;
-            continue;
-        }
-        while (node->Next() == nullptr && &nodes_.PlaceOf(*node) != &nodes_.Top()) {
-            node = &nodes_.PlaceOf(*node);
-            --depth;
-        }
-        node = node->Next();
-    }
 }
 
 }  // namespace widgets

@@ -21,8 +21,8 @@ namespace widgets {
 /// one go, and not before somebody needs them: when their parent opens, or when a program reads the
 /// window.
 ///
-/// What the user does is reported after the system's own handling has returned, so that whoever is
-/// told may remove nodes, change the tree or let go of it.
+/// What the user does is reported after the system's own handling has returned, or without it, so
+/// that whoever is told may remove nodes, change the tree or let go of it.
 class NodeTree {
 public:
     /// Keeps whoever owns the tree alive while the tree handles a message.
@@ -33,6 +33,7 @@ public:
 
     std::function<void(const NodePtr&)> onClosed;
     std::function<void(const NodePtr&)> onClick;
+    /// The system does not see the press: whoever is told may show a menu until it is over.
     std::function<void(const NodePtr&)> onRightDown;
     std::function<void(const NodePtr&)> onChecked;
     std::function<void()> onDoubleClick;
@@ -69,7 +70,9 @@ public:
     void CheckAll(bool checked);
 
     NodePtr Selected() const;
-    void Select(TreeNode& node);
+    /// Selects a node and opens those above it; fills those that are unfilled. Errors of the
+    /// filling reach the caller.
+    void Select(const NodePtr& node);
     /// Opens a node that has children; fills it first where it is unfilled. Errors of the filling
     /// reach the caller.
     void Open(const NodePtr& node);
@@ -85,6 +88,7 @@ public:
     bool EditsLabels() const { return editsLabels_; }
     void SetEditsLabels(bool edits);
     void SetDrags(bool drags);
+    void Enable(bool enabled);
     /// In pixels.
     void SetIndent(int indent);
     void SetImages(const ImageLists* images);
@@ -122,7 +126,8 @@ private:
     class Still;
 
     LRESULT Send(UINT message, WPARAM wide = 0, LPARAM large = 0) const;
-    LRESULT SetStyle(DWORD style, bool on) const;
+    void SetStyle(DWORD style, bool on) const;
+    COLORREF ShownTextColor() const;
 
     // Window items.
     static HTREEITEM ItemOf(const TreeNode& node) { return static_cast<HTREEITEM>(node.item); }
@@ -156,6 +161,7 @@ private:
     /// Somebody reads or opens an item. False where it went meanwhile.
     bool OnRead(UINT message, WPARAM wide, HTREEITEM item);
     std::optional<LRESULT> OnKeyDown(WPARAM key);
+    bool OnRightDown(POINT client);
     /// After the outermost message: what was put off.
     void Settle();
     void Later(std::function<void()> work);
@@ -186,6 +192,8 @@ private:
     int removing_ = 0;
     /// Where the mouse button went down.
     POINT pressed_ = {};
+    /// The letter of a key that was used up, until it comes.
+    wchar_t usedUp_ = 0;
     bool mayEdit_ = false;
     /// A node opens that has been filled.
     bool opening_ = false;
@@ -194,6 +202,7 @@ private:
     bool checkBoxes_ = false;
     bool editsLabels_ = false;
     bool drags_ = false;
+    bool enabled_ = true;
     int indent_ = 0;
     CheckBoxImages checkBoxImages_;
     const ImageLists* images_ = nullptr;

@@ -31,6 +31,15 @@ LRESULT CALLBACK NodeTree::Procedure(HWND window, UINT message, WPARAM wide, LPA
 
 LRESULT NodeTree::OnMessage(UINT message, WPARAM wide, LPARAM large) {
     const HWND window = handle_;
+    if (message == endOfEdit) {
+        // It may come while the system handles another message, as dragging a scroll bar is.
+        if (!edits_.empty()) {
+            Later(std::move(edits_.front()));
+            edits_.pop_front();
+        }
+        Settle();
+        return 0;
+    }
     if (depth_ == 0) {
         if (const std::optional<LRESULT> answer = OnBefore(message, wide, large)) return *answer;
         if (handle_ != window) return 0;
@@ -86,24 +95,17 @@ std::optional<LRESULT> NodeTree::OnBefore(UINT message, WPARAM wide, LPARAM larg
             }
             return std::nullopt;
         case WM_RBUTTONDOWN:
-        case WM_RBUTTONDBLCLK: {
-            POINT point = {static_cast<short>(LOWORD(large)), static_cast<short>(HIWORD(large))};
-            ClientToScreen(handle_, &point);
-            if (const NodePtr node = HitTest(point); node && onRightDown) onRightDown(node);
-            return std::nullopt;
-        }
-        case endOfEdit:
-            if (!edits_.empty()) {
-                Later(std::move(edits_.front()));
-                edits_.pop_front();
-            }
-            return std::nullopt;
+        case WM_RBUTTONDBLCLK:
+            if (!OnRightDown(
+                    {static_cast<short>(LOWORD(large)), static_cast<short>(HIWORD(large))}))
+                return std::nullopt;
+            return 0;
         case WM_KEYDOWN:
+            usedUp_ = 0;
             return OnKeyDown(wide);
         case WM_CHAR:
-            // Used up as a key.
-            if (wide == L'*' || (wide == L' ' && checkBoxes_)) return 0;
-            return std::nullopt;
+            if (usedUp_ == 0 || wide != std::exchange(usedUp_, L'\0')) return std::nullopt;
+            return 0;
         default:
             return std::nullopt;
     }
@@ -125,6 +127,16 @@ bool NodeTree::OnRead(UINT message, WPARAM wide, HTREEITEM item) {
     return true;
 }
 
+bool NodeTree::OnRightDown(POINT client) {
+    POINT screen = client;
+    ClientToScreen(handle_, &screen);
+    const NodePtr node = HitTest(screen);
+    if (!node) return false;
+    SetFocus(handle_);
+    if (onRightDown && nodes_.Holds(*node)) onRightDown(node);
+    return true;
+}
+
 std::optional<LRESULT> NodeTree::OnKeyDown(WPARAM key) {
     const NodePtr node = Selected();
     if (!node) return std::nullopt;
@@ -133,10 +145,12 @@ std::optional<LRESULT> NodeTree::OnKeyDown(WPARAM key) {
             Edit();
             return 0;
         case VK_MULTIPLY:
+            usedUp_ = L'*';
             OpenBranch(*node);
             return 0;
         case VK_SPACE:
-            if (!checkBoxes_) return std::nullopt;
+            if (!checkBoxes_ || GetKeyState(VK_CONTROL) < 0) return std::nullopt;
+            usedUp_ = L' ';
             Toggle(node);
             return 0;
         default:
@@ -176,7 +190,7 @@ std::optional<LRESULT> NodeTree::OnNotify(NMHDR& header) {
                     NodeOf(reinterpret_cast<const NMTREEVIEWW&>(header).itemNew.hItem)) {
                 Later([this, node] {
                     if (!nodes_.Holds(*node)) return;
-                    Select(*node);
+                    Select(node);
                     if (onBeginDrag) onBeginDrag();
                 });
             }
@@ -280,8 +294,8 @@ void NodeTree::EndEdit(const NodePtr& node, std::wstring text) {
 
 bool NodeTree::UsesKey(const MSG& message) const {
     if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return false;
-    // A text that is edited takes all keys.
-    if (handle_ != nullptr && IsChild(handle_, message.hwnd)) return true;
+    // A text that is edited takes all keys but the one that leaves the control.
+    if (handle_ != nullptr && IsChild(handle_, message.hwnd)) return message.wParam != VK_TAB;
     if (message.message == WM_CHAR) return false;
     if (IsNavigationKey(message.wParam)) return true;
     switch (message.wParam) {

@@ -23,12 +23,6 @@ struct ClosesFile {
     void operator()(HANDLE file) const { CloseHandle(file); }
 };
 
-struct DestroysIcon {
-    using pointer = HICON;
-    void operator()(HICON icon) const { DestroyIcon(icon); }
-};
-using OwnedIcon = std::unique_ptr<HICON, DestroysIcon>;
-
 [[noreturn]] void ThrowFileError(DWORD error) {
     switch (error) {
         case ERROR_FILE_NOT_FOUND:
@@ -114,18 +108,17 @@ ole::GdiObject<HBITMAP> Drawn(IPicture& picture, SIZE size) {
     ole::GdiObject<HBITMAP> bitmap(
         CreateDIBSection(screen.Get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     if (!bitmap) ole::Check(E_OUTOFMEMORY);
-    const std::unique_ptr<std::remove_pointer_t<HDC>, decltype(&DeleteDC)> context(
-        CreateCompatibleDC(screen.Get()), DeleteDC);
-    const ole::Selected selected(context.get(), bitmap.Get());
+    const ole::MemoryContext context;
+    const ole::Selected selected(context.Get(), bitmap.Get());
     const RECT all = {0, 0, size.cx, size.cy};
-    FillRect(context.get(), &all, GetSysColorBrush(COLOR_WINDOW));
-    SetStretchBltMode(context.get(), HALFTONE);
+    FillRect(context.Get(), &all, GetSysColorBrush(COLOR_WINDOW));
+    SetStretchBltMode(context.Get(), HALFTONE);
     OLE_XSIZE_HIMETRIC width = 0;
     OLE_YSIZE_HIMETRIC height = 0;
     picture.get_Width(&width);
     picture.get_Height(&height);
     // A picture's origin is its lower left corner.
-    if (FAILED(picture.Render(context.get(), 0, 0, size.cx, size.cy, 0, height, width, -height,
+    if (FAILED(picture.Render(context.Get(), 0, 0, size.cx, size.cy, 0, height, width, -height,
                               &all))) {
         ole::Throw(ole::Number::invalidPicture);
     }
@@ -148,17 +141,18 @@ Picture::Picture(IUnknown* object) : picture_(ole::Query<IPicture>(object)) {
 Picture Picture::FromFile(const std::wstring& path, int wanted) {
     const std::vector<std::byte> bytes = ReadAll(path);
     if (!IsIconFile(bytes)) return Picture(PictureOf(bytes));
-    return FromIcon(static_cast<HICON>(
-        LoadImageW(nullptr, path.c_str(), IMAGE_ICON, wanted, wanted, LR_LOADFROMFILE)));
+    return FromIcon(OwnedIcon(static_cast<HICON>(
+        LoadImageW(nullptr, path.c_str(), IMAGE_ICON, wanted, wanted, LR_LOADFROMFILE))));
 }
 
-Picture Picture::FromIcon(HICON owned) {
-    OwnedIcon icon(owned);
+Picture Picture::FromIcon(OwnedIcon icon) {
     if (!icon) ole::Throw(ole::Number::invalidPicture);
     return Picture(PictureOf(std::move(icon)));
 }
 
-SIZE Picture::Size(int dpi) const {
+SIZE Picture::Size() const {
+    // The platform's objects count pixels at the system's resolution, whatever the monitor's.
+    const int dpi = ole::DotsPerInch(nullptr);
     OLE_XSIZE_HIMETRIC width = 0;
     OLE_YSIZE_HIMETRIC height = 0;
     picture_->get_Width(&width);

@@ -5,11 +5,18 @@
 #include <commctrl.h>
 #include <ocidl.h>
 
+#include <memory>
 #include <string>
 
 #include "ole/ref.h"
 
 namespace widgets {
+
+struct DestroysIcon {
+    using pointer = HICON;
+    void operator()(HICON icon) const { DestroyIcon(icon); }
+};
+using OwnedIcon = std::unique_ptr<HICON, DestroysIcon>;
 
 /// A picture: a bitmap, an icon, a JPEG or GIF image, a metafile; the platform's picture object.
 class Picture {
@@ -21,14 +28,14 @@ public:
     /// 53, 76, 70 and 75 for a file that cannot be read, 481 for one that is no picture.
     static Picture FromFile(const std::wstring& path, int wanted);
 
-    /// Takes over an icon. Errors: 481 for none.
-    static Picture FromIcon(HICON owned);
+    /// Errors: 481 for no icon.
+    static Picture FromIcon(OwnedIcon icon);
 
     /// The picture object.
     IPicture* Get() const { return picture_.Get(); }
 
-    /// In pixels, at a resolution.
-    SIZE Size(int dpi) const;
+    /// Its own in pixels; that of a metafile at the system's resolution. At most 256 by 256.
+    SIZE Size() const;
 
     /// Adds it to an image list, in the size of that list's images. Errors: 481.
     void AddTo(HIMAGELIST list) const;

@@ -128,6 +128,7 @@ private:
     std::optional<LRESULT> OnNotify(NMHDR& header);
     void OnStateChanged(int position, UINT before, UINT now);
     void FillDisplayInfo(LVITEMW& item) const;
+    std::wstring TitleOf(int column) const;
     LRESULT FindText(const LVFINDINFOW& wanted, int start) const;
     LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw);
     void OnClicked(const NMITEMACTIVATE& activation);

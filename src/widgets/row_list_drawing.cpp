@@ -2,14 +2,10 @@
 
 #include <algorithm>
 
+#include "widgets/check_box_images.h"
+#include "widgets/sketch.h"
+
 namespace widgets {
-
-namespace {
-
-constexpr UINT unchecked = 1;
-constexpr UINT checked = 2;
-
-}  // namespace
 
 void RowList::FillDisplayInfo(LVITEMW& item) const {
     if (!IsAt(item.iItem)) return;
@@ -29,9 +25,8 @@ void RowList::FillDisplayInfo(LVITEMW& item) const {
     }
     if ((item.mask & LVIF_STATE) != 0 && item.iSubItem == 0) {
         const Row::Extras* more = row.MaybeMore();
-        const UINT box = checkBoxes_ ? (row.checked ? checked : unchecked) : 0;
-        const UINT known =
-            INDEXTOSTATEIMAGEMASK(box) | (more != nullptr && more->ghosted ? UINT{LVIS_CUT} : 0);
+        const UINT known = CheckBoxState(checkBoxes_, row.checked) |
+                           (more != nullptr && more->ghosted ? UINT{LVIS_CUT} : 0);
         constexpr UINT kept = LVIS_STATEIMAGEMASK | LVIS_CUT;
         item.state = (item.state & ~kept) | known;
         item.stateMask |= kept;
@@ -66,20 +61,13 @@ LRESULT RowList::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
 }
 
 void RowList::Draw(HDC context, const RECT& bounds) {
-    RECT box = bounds;
-    const ole::Brush background(CreateSolidBrush(background_));
-    FillRect(context, &box, background.Get());
-    DrawEdge(context, &box, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
+    const Sketch sketch(context, bounds, background_, font_);
     if (view_ != View::report) return;
-    const ole::Selected font(context, font_ != nullptr ? font_ : GetStockObject(DEFAULT_GUI_FONT));
-    SetBkMode(context, TRANSPARENT);
-    TEXTMETRICW metrics = {};
-    GetTextMetricsW(context, &metrics);
-    const LONG height = metrics.tmHeight + metrics.tmHeight / 3;
-    const auto drawText = [&](std::wstring_view text, RECT cell) {
-        cell.left += metrics.tmAveCharWidth;
-        DrawTextW(context, text.data(), static_cast<int>(text.size()), &cell,
-                  DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX | DT_END_ELLIPSIS);
+    const RECT& box = sketch.Box();
+    const LONG height = sketch.LineHeight();
+    const auto drawText = [&](std::wstring_view text, RECT cell, COLORREF color) {
+        cell.left += sketch.CharacterWidth();
+        sketch.Text(text, cell, color);
     };
     LONG top = box.top;
     for (std::size_t line = headersHidden_ ? 1 : 0; top < box.bottom; ++line, top += height) {
@@ -92,23 +80,25 @@ void RowList::Draw(HDC context, const RECT& bounds) {
                          std::min(top + height, box.bottom)};
             left += width;
             if (line == 0) {
-                std::wstring title(260, L'\0');
-                LVCOLUMNW description = {};
-                description.mask = LVCF_TEXT;
-                description.pszText = title.data();
-                description.cchTextMax = static_cast<int>(title.size());
-                Send(LVM_GETCOLUMNW, static_cast<WPARAM>(column),
-                     reinterpret_cast<LPARAM>(&description));
                 FillRect(context, &cell, GetSysColorBrush(COLOR_BTNFACE));
                 DrawEdge(context, &cell, EDGE_RAISED, BF_RECT);
-                SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
-                drawText(title.c_str(), cell);
+                drawText(TitleOf(column), cell, GetSysColor(COLOR_BTNTEXT));
             } else {
-                SetTextColor(context, textColor_);
-                drawText(rows_.At(line - 1)->Text(static_cast<std::size_t>(column)), cell);
+                drawText(rows_.At(line - 1)->Text(static_cast<std::size_t>(column)), cell,
+                         textColor_);
             }
         }
     }
+}
+
+std::wstring RowList::TitleOf(int column) const {
+    std::wstring title(260, L'\0');
+    LVCOLUMNW description = {};
+    description.mask = LVCF_TEXT;
+    description.pszText = title.data();
+    description.cchTextMax = static_cast<int>(title.size());
+    Send(LVM_GETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&description));
+    return title.c_str();
 }
 
 }  // namespace widgets

@@ -172,5 +172,15 @@ TEST_F(HierarchyLinks, RemovingTheLastChildTakesTheButtonAway) {
     EXPECT_TRUE(Window().HasButton(Window().At({"On Trees"})));
 }
 
+TEST_F(HierarchyLinks, ANodeThatLostItsOnlyLinkCanBeOpenedWhenItGetsAnother) {
+    tree.Call("AddRootNode", graphs);
+    tree.Call("AddNode", InfoOf(graphs).Get(), first);
+    tree.Call("RemoveLink", first);
+    tree.Call("AddNode", InfoOf(graphs).Get(), second);
+    EXPECT_TRUE(Window().HasButton(Window().At({"On Graphs"})));
+    Window().Open({"On Graphs"});
+    EXPECT_TRUE(Window().IsOpen(Window().At({"On Graphs"})));
+}
+
 }  // namespace
 }  // namespace support

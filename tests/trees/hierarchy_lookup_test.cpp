@@ -153,5 +153,26 @@ TEST_F(HierarchyLookup, SettingTheSelectionOpensTheNodesAbove) {
     EXPECT_TRUE(Window().IsOpen(Window().At({"On Trees"})));
 }
 
+TEST_F(HierarchyLookup, SettingTheSelectionFillsTheNodesAbove) {
+    tree.Call("AddRootNode", knuth);
+    tree.Call("AddSubNode", graphs, KeyOf(knuth), third);
+    tree.Call("AddSubNode", person, KeyOf(knuth), cites);
+    model.Log().Clear();
+    EXPECT_TRUE(tree.PutRef("selection", cites));
+    EXPECT_EQ(events.Count("NodeExpand"), 1u) << "before the call returns";
+    EXPECT_TRUE(Window().IsOpen(Window().At({"Knuth"})));
+    EXPECT_EQ(tree.Get("selection").Object().Get(), person);
+    EXPECT_EQ(Window().At({"Knuth", "Loading"}), nullptr);
+}
+
+TEST_F(HierarchyLookup, SettingTheSelectionPassesErrorsOfFillingOn) {
+    tree.Call("AddRootNode", knuth);
+    tree.Call("AddSubNode", person, KeyOf(knuth), cites);
+    third->On("Target").Fail(Failure::Exception(E_FAIL, "gone"));
+    const auto failed = tree.PutRef("selection", cites);
+    EXPECT_FALSE(failed);
+    EXPECT_EQ(failed.description, "gone");
+}
+
 }  // namespace
 }  // namespace support

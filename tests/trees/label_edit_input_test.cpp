@@ -105,5 +105,13 @@ TEST_F(LabelEditInput, AHostMayRemoveTheControlAfterwards) {
     EXPECT_FALSE(tree);
 }
 
+TEST_F(LabelEditInput, TabEndsItAndLeavesTheControl) {
+    Edit("Networks", VK_TAB);
+    EXPECT_EQ(EditBox(), nullptr);
+    EXPECT_THAT(Of(Events(), "AfterLabelEdit"),
+                ElementsAre("AfterLabelEdit(0, HTNodeInfo ID:3, \"Networks\")"));
+    EXPECT_NE(GetFocus(), Window().Handle());
+}
+
 }  // namespace
 }  // namespace support

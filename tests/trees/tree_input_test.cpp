@@ -214,5 +214,35 @@ TEST_F(TreeInput, AHostMayRemoveTheControlWhenTheRightButtonGoesDown) {
     EXPECT_FALSE(tree);
 }
 
+TEST_F(TreeInput, AStarThatIsTypedGoesToTheNodeThatBeginsSo) {
+    lists->name = "*Lists";
+    tree.Call("AddRootNode", lists);
+    Click(Window(), On(Window(), {"On Trees"}));
+    Type("*");
+    EXPECT_EQ(Window().SelectedText(), "*Lists");
+}
+
+TEST_F(TreeInput, SpaceWithTheControlKeyLeavesTheCheckBox) {
+    tree.Put("Checkboxes", true);
+    const HTREEITEM node = Window().At({"On Graphs"});
+    Click(Window(), On(Window(), node));
+    Keys({VK_CONTROL, VK_SPACE});
+    EXPECT_EQ(Window().CheckBox(node), 1u);
+    Keys({VK_SPACE});
+    EXPECT_EQ(Window().CheckBox(node), 2u);
+}
+
+TEST_F(TreeInput, TheRightButtonIsFreeForAMenuWhenItIsReported) {
+    const POINT place = On(Window(), {"On Graphs"});
+    bool captured = true;
+    events.On("NodeRClick").Run([&] { captured = GetCapture() != nullptr; });
+    // Comes back although the button never goes up.
+    SendMessageW(Window().Handle(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(place.x, place.y));
+    EXPECT_FALSE(captured);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(GetFocus(), Window().Handle());
+    EXPECT_THAT(Events(), ElementsAre("NodeRClick(HTNodeInfo ID:3)"));
+}
+
 }  // namespace
 }  // namespace support

@@ -126,5 +126,17 @@ TEST_F(HierarchyLook, IsDrawnWithoutAWindow) {
     EXPECT_NE(drawn(tree), before);
 }
 
+TEST_F(HierarchyLook, IsGreyWhileItIsDisabled) {
+    const auto colour = [this] {
+        return static_cast<COLORREF>(SendMessageW(Window().Handle(), TVM_GETTEXTCOLOR, 0, 0));
+    };
+    const COLORREF before = colour();
+    ASSERT_NE(before, GetSysColor(COLOR_GRAYTEXT));
+    tree.Put("Enabled", false);
+    EXPECT_EQ(colour(), GetSysColor(COLOR_GRAYTEXT));
+    tree.Put("Enabled", true);
+    EXPECT_EQ(colour(), before);
+}
+
 }  // namespace
 }  // namespace support

@@ -33,9 +33,16 @@ HWND Control::OuterWindow() {
     }
     if (!hasInner_) {
         hasInner_ = true;
-        CreateInner(Handle());
-        AmbientChanged();
-        Resize(Size());
+        try {
+            CreateInner(Handle());
+            AmbientChanged();
+            Resize(Size());
+        } catch (...) {
+            // The next call begins anew, without half of a control.
+            Window::Destroy();
+            hasInner_ = false;
+            throw;
+        }
     }
     return Handle();
 }
