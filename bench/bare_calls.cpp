@@ -20,4 +20,10 @@ _variant_t Read(IDispatch& object, const wchar_t* member, VARIANT* argument) {
     return Read(object, id, argument);
 }
 
+_variant_t ReadText(IDispatch& node, VARIANT property) {
+    _variant_t text = Read(node, L"GetProperty", &property);
+    if (V_VT(&text) != VT_BSTR) text.ChangeType(VT_BSTR);
+    return text;
+}
+
 }  // namespace bench

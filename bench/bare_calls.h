@@ -4,6 +4,8 @@
 #include <oaidl.h>
 
 #include <array>
+#include <utility>
+#include <vector>
 
 #include "hosting/ref.h"
 
@@ -12,6 +14,23 @@ namespace bench {
 /// One late-bound read, as little as it takes.
 _variant_t Read(IDispatch& object, DISPID id, VARIANT* argument = nullptr);
 _variant_t Read(IDispatch& object, const wchar_t* member, VARIANT* argument = nullptr);
+
+/// The text that a property of a node has.
+_variant_t ReadText(IDispatch& node, VARIANT property);
+
+/// Texts, kept without copies: the platform's variants copy where others move.
+class Texts {
+public:
+    void Keep(_variant_t& text) {
+        texts_.emplace_back();
+        std::swap<VARIANT>(texts_.back(), text);
+    }
+    const std::vector<_variant_t>& All() const { return texts_; }
+    void Clear() { texts_ = {}; }
+
+private:
+    std::vector<_variant_t> texts_;
+};
 
 /// A text to pass again and again.
 class Name {

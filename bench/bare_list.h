@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "bare_window.h"
 #include "hosting/ref.h"
 
 namespace bench {
@@ -13,17 +14,13 @@ namespace bench {
 class BareList {
 public:
     BareList();
-    ~BareList();
-    BareList(const BareList&) = delete;
-    BareList& operator=(const BareList&) = delete;
 
     void Fill(IDispatch& metaNode, const wchar_t* property);
     void Clear();
     std::size_t Count() const { return objects_.size(); }
 
 private:
-    HWND parent_;
-    HWND box_;
+    BareWindow box_;
     std::vector<hosting::Ref<IDispatch>> objects_;
 };
 

@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
-#include <comutil.h>
-
 #include <span>
-#include <vector>
+
+#include "bare_calls.h"
+#include "bare_window.h"
 
 namespace bench {
 
@@ -14,26 +14,22 @@ namespace bench {
 class BareRows {
 public:
     void Fill(IDispatch& metaNode, std::span<const wchar_t* const> properties);
-    void Clear() { texts_ = {}; }
+    void Clear() { texts_.Clear(); }
 
 private:
-    std::vector<_variant_t> texts_;
+    Texts texts_;
 };
 
 /// The same calls, each text put into the system's list view at once.
 class SystemList {
 public:
     explicit SystemList(int columns);
-    ~SystemList() { DestroyWindow(parent_); }
-    SystemList(const SystemList&) = delete;
-    SystemList& operator=(const SystemList&) = delete;
 
     void Fill(IDispatch& metaNode, std::span<const wchar_t* const> properties);
     void Clear();
 
 private:
-    HWND parent_;
-    HWND list_;
+    BareWindow list_;
 };
 
 }  // namespace bench

@@ -2,48 +2,50 @@
 
 namespace bench {
 
-BareTree::BareTree()
-    : parent_(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 300, 200, nullptr, nullptr,
-                              nullptr, nullptr)),
-      tree_(CreateWindowExW(0, WC_TREEVIEWW, L"",
-                            WS_CHILD | WS_VISIBLE | TVS_HASLINES | TVS_HASBUTTONS, 0, 0, 300, 200,
-                            parent_, nullptr, nullptr, nullptr)) {}
+BareTree::BareTree() : tree_(WC_TREEVIEWW, TVS_HASLINES | TVS_HASBUTTONS) {}
 
-HTREEITEM BareTree::Insert(HTREEITEM parent, const wchar_t* text) const {
+HTREEITEM BareTree::Insert(HTREEITEM parent, HTREEITEM after, const wchar_t* text) const {
     TVINSERTSTRUCTW insert = {};
     insert.hParent = parent;
-    insert.hInsertAfter = TVI_FIRST;
+    insert.hInsertAfter = after;
     insert.item.mask = TVIF_TEXT | TVIF_CHILDREN;
     insert.item.pszText = const_cast<wchar_t*>(text);
     insert.item.cChildren = 1;
     return reinterpret_cast<HTREEITEM>(
-        SendMessageW(tree_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+        tree_.Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
-void BareTree::Open(IDispatch& repository, const wchar_t* metaNode, const wchar_t* property) {
-    const HTREEITEM root = Insert(TVI_ROOT, L"Root");
+HTREEITEM BareTree::AddFolder(HTREEITEM parent) const {
+    return Insert(parent != nullptr ? parent : TVI_ROOT, TVI_LAST, L"Folder");
+}
+
+void BareTree::Open(HTREEITEM folder, IDispatch& repository, const wchar_t* metaNode,
+                    const wchar_t* property) {
     const Name name(metaNode);
     VARIANT argument = name.Argument();
     const _variant_t found = Read(repository, L"MetaNodes", &argument);
     const Name shown(property);
+    const std::size_t first = texts_.All().size();
     EachElement(*V_DISPATCH(&found), [&](const hosting::Ref<IDispatch>& node) {
-        VARIANT asked = shown.Argument();
-        _variant_t text = Read(*node.Get(), L"GetProperty", &asked);
-        if (V_VT(&text) != VT_BSTR) text.ChangeType(VT_BSTR);
-        // The platform's variants copy where others move.
-        texts_.emplace_back();
-        std::swap<VARIANT>(texts_.back(), text);
+        _variant_t text = ReadText(*node.Get(), shown.Argument());
+        texts_.Keep(text);
         objects_.push_back(node);
     });
-    SendMessageW(tree_, WM_SETREDRAW, FALSE, 0);
-    for (auto text = texts_.rbegin(); text != texts_.rend(); ++text) Insert(root, V_BSTR(&*text));
-    SendMessageW(tree_, WM_SETREDRAW, TRUE, 0);
-    SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(root));
+    tree_.Send(WM_SETREDRAW, FALSE);
+    for (std::size_t at = texts_.All().size(); at > first; --at) {
+        Insert(folder, TVI_FIRST, V_BSTR(&texts_.All()[at - 1]));
+    }
+    tree_.Send(WM_SETREDRAW, TRUE);
+    Expand(folder);
+}
+
+void BareTree::Expand(HTREEITEM item) const {
+    tree_.Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
 }
 
 void BareTree::Clear() {
-    SendMessageW(tree_, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
-    texts_ = {};
+    tree_.Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    texts_.Clear();
     objects_ = {};
 }
 

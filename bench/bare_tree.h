@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "bare_calls.h"
+#include "bare_window.h"
 
 namespace bench {
 
@@ -16,19 +17,19 @@ namespace bench {
 class BareTree {
 public:
     BareTree();
-    ~BareTree() { DestroyWindow(parent_); }
-    BareTree(const BareTree&) = delete;
-    BareTree& operator=(const BareTree&) = delete;
 
-    void Open(IDispatch& repository, const wchar_t* metaNode, const wchar_t* property);
+    /// A closed item below another one; at the top for null.
+    HTREEITEM AddFolder(HTREEITEM parent = nullptr) const;
+    void Open(HTREEITEM folder, IDispatch& repository, const wchar_t* metaNode,
+              const wchar_t* property);
+    void Expand(HTREEITEM item) const;
     void Clear();
 
 private:
-    HTREEITEM Insert(HTREEITEM parent, const wchar_t* text) const;
+    HTREEITEM Insert(HTREEITEM parent, HTREEITEM after, const wchar_t* text) const;
 
-    HWND parent_;
-    HWND tree_;
-    std::vector<_variant_t> texts_;
+    BareWindow tree_;
+    Texts texts_;
     std::vector<hosting::Ref<IDispatch>> objects_;
 };
 

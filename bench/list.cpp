@@ -8,6 +8,7 @@
 #include <string>
 
 #include "bare_rows.h"
+#include "bare_window.h"
 #include "heap_size.h"
 #include "hosting/late_bound.h"
 #include "node_list.h"
@@ -148,24 +149,11 @@ void MeasureDeleting(Figures& figures) {
     figures.Add("list_delete_in_100000_to_1000", Times{times[0], times[1]}, 1.5);
 }
 
-BOOL CALLBACK TakeInnerList(HWND window, LPARAM result) {
-    const HWND inner = FindWindowExW(window, nullptr, WC_LISTVIEWW, nullptr);
-    if (inner != nullptr) *reinterpret_cast<HWND*>(result) = inner;
-    return inner == nullptr;
-}
-
-/// The system's list inside the only list view there is.
-HWND FindList() {
-    HWND found = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), TakeInnerList, reinterpret_cast<LPARAM>(&found));
-    return found;
-}
-
 void MeasureSorting(Figures& figures) {
     const auto nodes = hosting::Make<bench::MetaNode>(manyRows);
     const LateBound list = MakeList();
     Fill(list, nodes);
-    const HWND window = FindList();
+    const HWND window = bench::InnerWindow(list.Get(), WC_LISTVIEWW);
     NMLISTVIEW click = {};
     click.hdr = {window, 0, static_cast<UINT>(LVN_COLUMNCLICK)};
     click.iItem = -1;

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <string>
+#include <vector>
 
 #include "bare_tree.h"
 #include "figures.h"
@@ -24,21 +25,13 @@ constexpr std::size_t fewNodes = 100;
 constexpr long subtreeNodes = 10000;
 constexpr int rounds = 5;
 
-BOOL CALLBACK TakeInnerTree(HWND window, LPARAM result) {
-    const HWND inner = FindWindowExW(window, nullptr, WC_TREEVIEWW, nullptr);
-    if (inner == nullptr || GetWindowLongPtrW(inner, GWLP_USERDATA) == 0) return TRUE;
-    *reinterpret_cast<HWND*>(result) = inner;
-    return FALSE;
-}
-
 /// A described tree of the library, and the system's tree in it, which its user uses.
 class DescribedTree {
 public:
     explicit DescribedTree(IDispatch* repository) : repository_(repository) {
         control_.Call(L"Create");
         control_.PutRef(L"Repository", repository_.Get());
-        // The newest window is found first.
-        EnumThreadWindows(GetCurrentThreadId(), TakeInnerTree, reinterpret_cast<LPARAM>(&tree_));
+        tree_ = bench::InnerWindow(control_.Get(), WC_TREEVIEWW);
     }
     DescribedTree(const DescribedTree&) = delete;
     DescribedTree& operator=(const DescribedTree&) = delete;
@@ -98,7 +91,8 @@ Times Opening(IDispatch* repository, const wchar_t* metaNode, const wchar_t* pro
     tree.DescribeNodes(metaNode, property);
     bench::BareTree bare;
     return bench::Compare(
-        rounds, [&] { tree.OpenRoot(); }, [&] { bare.Open(*repository, metaNode, property); },
+        rounds, [&] { tree.OpenRoot(); },
+        [&] { bare.Open(bare.AddFolder(), *repository, metaNode, property); },
         [&] {
             tree.Restart();
             tree.DescribeNodes(metaNode, property);
@@ -142,14 +136,15 @@ void MeasureGrowth(Figures& figures) {
     bench::BareTree bareSmall;
     const Ref<IDispatch> all = RepositoryOf(manyNodes);
     const Ref<IDispatch> half = RepositoryOf(manyNodes / 2);
-    Figures::Note("tree_growth_of_bare_tree",
-                  bench::Compare(
-                      rounds, [&] { bareLarge.Open(*all.Get(), L"Any", L"Name"); },
-                      [&] { bareSmall.Open(*half.Get(), L"Any", L"Name"); },
-                      [&] {
-                          bareLarge.Clear();
-                          bareSmall.Clear();
-                      }));
+    Figures::Note(
+        "tree_growth_of_bare_tree",
+        bench::Compare(
+            rounds, [&] { bareLarge.Open(bareLarge.AddFolder(), *all.Get(), L"Any", L"Name"); },
+            [&] { bareSmall.Open(bareSmall.AddFolder(), *half.Get(), L"Any", L"Name"); },
+            [&] {
+                bareLarge.Clear();
+                bareSmall.Clear();
+            }));
 }
 
 /// A repository with many nodes of one type and few of another.
@@ -173,7 +168,7 @@ void MeasureOpeningInALargeTree(Figures& figures) {
     DescribedTree small(repository.Get());
     for (DescribedTree* tree : {&large, &small}) {
         tree->DescribeFolder(L"Type 1", L"Property 1");
-        for (int i = 0; i < 2 * rounds; ++i) tree->DescribeFolder(L"Few", L"Name");
+        for (int i = 0; i < 3 * rounds; ++i) tree->DescribeFolder(L"Few", L"Name");
         tree->OpenRoot();
     }
     const auto compare = [&] {
@@ -189,6 +184,19 @@ void MeasureOpeningInALargeTree(Figures& figures) {
     // Where they are all shown, the system's tree works out anew where each of them stands.
     large.Open(many);
     Figures::Note("tree_open_100_in_200000_shown_to_empty", compare());
+    bench::BareTree bare;
+    const HTREEITEM root = bare.AddFolder();
+    const HTREEITEM bareMany = bare.AddFolder(root);
+    std::vector<HTREEITEM> few;
+    for (int i = 0; i < rounds; ++i) few.push_back(bare.AddFolder(root));
+    bare.Expand(root);
+    bare.Open(bareMany, *repository.Get(), L"Type 1", L"Property 1");
+    auto next = few.begin();
+    figures.Add("tree_open_100_in_200000_shown_to_bare_tree",
+                bench::Compare(
+                    rounds, [&] { large.Open(large.NextFolder()); },
+                    [&] { bare.Open(*next++, *repository.Get(), L"Few", L"Name"); }),
+                1.5);
 }
 
 /// A hierarchy tree with a node at the top, one below it that a link led to, and many below that.
