@@ -346,33 +346,37 @@ std::optional<store::Value> ParseValue(ValueKind kind, std::string_view text) {
     return std::nullopt;
 }
 
-std::optional<store::Value> ParseValue(store::DataType type, std::string_view text) {
+ValueKind KindOf(store::DataType type) {
     switch (type) {
         case store::DataType::boolean:
-            return ParseValue(ValueKind::boolean, text);
-        case store::DataType::byte:
-            return ParseNumber<std::uint8_t>(Trimmed(text));
+            return ValueKind::boolean;
         case store::DataType::integer:
-            return ParseValue(ValueKind::int16, text);
+            return ValueKind::int16;
         case store::DataType::longInteger:
-            return ParseValue(ValueKind::int32, text);
+            return ValueKind::int32;
         case store::DataType::longLong:
-            return ParseValue(ValueKind::int64, text);
+            return ValueKind::int64;
         case store::DataType::singleFloat:
-            return ParseValue(ValueKind::float32, text);
+            return ValueKind::float32;
         case store::DataType::doubleFloat:
-            return ParseValue(ValueKind::float64, text);
-        case store::DataType::currency:
-            return ParseCurrency(Trimmed(text));
+            return ValueKind::float64;
         case store::DataType::date:
-            return ParseValue(ValueKind::date, text);
+            return ValueKind::date;
         case store::DataType::blob:
-            return ParseValue(ValueKind::bytes, text);
+            return ValueKind::bytes;
+        case store::DataType::byte:
+        case store::DataType::currency:
         case store::DataType::string:
         case store::DataType::variant:
-            return std::string(text);
+            return ValueKind::text;
     }
-    return std::nullopt;
+    return ValueKind::text;
+}
+
+std::optional<store::Value> ParseValue(store::DataType type, std::string_view text) {
+    if (type == store::DataType::byte) return ParseNumber<std::uint8_t>(Trimmed(text));
+    if (type == store::DataType::currency) return ParseCurrency(Trimmed(text));
+    return ParseValue(KindOf(type), text);
 }
 
 std::string FormatValue(const store::Value& value) {

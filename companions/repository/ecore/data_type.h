@@ -31,6 +31,11 @@ const char* MetaTypeNameOf(ValueKind kind);
 /// The value that a text stands for; none where it stands for none.
 std::optional<store::Value> ParseValue(ValueKind kind, std::string_view text);
 
+/// The kind that values of a type of the repository are written as: a text for those that Ecore
+/// has no type for.
+ValueKind KindOf(store::DataType type);
+
+/// As above, for a property of that type.
 std::optional<store::Value> ParseValue(store::DataType type, std::string_view text);
 
 /// The text of a value: `ParseValue` reads the same value from it.

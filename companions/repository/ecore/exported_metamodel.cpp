@@ -45,11 +45,6 @@ const char* EcoreTypeOf(store::DataType type) {
     return nullptr;
 }
 
-ValueKind KindOf(store::DataType type) {
-    const char* name = EcoreTypeOf(type);
-    return name == nullptr ? ValueKind::text : StandardType(uri::ecore, name)->kind;
-}
-
 bool IsAddress(std::string_view name) {
     return name == "eType" || name == "eSuperTypes" || name == "eOpposite" ||
            name == "eClassifier" || name == "eTypeParameter" || name == "eKeys" ||

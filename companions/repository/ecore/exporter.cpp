@@ -11,6 +11,7 @@
 #include "repository/ecore/text.h"
 #include "repository/ecore/uri.h"
 #include "repository/store/error.h"
+#include "repository/store/loader.h"
 #include "repository/xml/writer.h"
 
 namespace repository::ecore {
@@ -244,7 +245,9 @@ private:
                     container != container_.end() && container->second.link == link->id;
                 if (slot.feature->containment && !isContained) return;
                 const ObjectRef target = Demand(link->target);
-                if (!IsAsImported(*link, *slot.feature->metaLink, object, *target)) {
+                const bool isPlainlyNamed =
+                    store::Loader::IsNamedAsAdded(*link, *slot.feature->metaLink, object, *target);
+                if (!isPlainlyNamed || !link->description.empty()) {
                     ++ownLinks_[slot.feature->metaLink.get()];
                 }
                 if (isContained) {
@@ -263,19 +266,6 @@ private:
             for (const std::string& each : identifiers) text += (text.empty() ? "" : " ") + each;
             writer_.Attribute("", slot.feature->xmlName, text);
         }
-    }
-
-    /// Whether a link is called as an import of its reference will call it.
-    static bool IsAsImported(const store::Object& link, const store::MetaLink& meta,
-                             const store::Object& source, const store::Object& target) {
-        if (link.name != target.name || !link.description.empty()) return false;
-        const std::string identifier =
-            source.identifier + " " + meta.linkName + " " + target.identifier;
-        const std::string_view present = link.identifier;
-        if (!present.starts_with(identifier)) return false;
-        std::size_t number = 0;
-        const std::string_view end = present.substr(identifier.size());
-        return end.empty() || (end.front() == '#' && ParseIndex(end.substr(1), number));
     }
 
     /// A text as XML can express it.

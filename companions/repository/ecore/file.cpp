@@ -13,14 +13,11 @@ namespace repository::ecore {
 namespace fs = std::filesystem;
 using store::Error;
 using store::Number;
+using store::PathOf;
 
 namespace {
 
 constexpr std::size_t pieceSize = 1 << 16;
-
-fs::path PathOf(const std::string& text) {
-    return fs::path(std::u8string(text.begin(), text.end()));
-}
 
 [[noreturn]] void CannotRead(const std::string& path) {
     throw Error(Number::deviceError, "\"" + path + "\" cannot be read");
@@ -85,10 +82,7 @@ std::uint64_t SizeOf(const std::string& path) {
     std::error_code failure;
     const fs::file_status status = fs::status(file, failure);
     if (status.type() == fs::file_type::not_found) {
-        const fs::path folder = file.parent_path();
-        if (!folder.empty() && !fs::is_directory(folder, failure)) {
-            throw Error(Number::pathNotFound, "The folder of \"" + path + "\" does not exist");
-        }
+        store::RequireFolderOf(path);
         throw Error(Number::fileNotFound, "\"" + path + "\" was not found");
     }
     if (fs::is_directory(status)) {
@@ -129,9 +123,7 @@ NewFile::NewFile(const std::string& path) : path_(path), stream_(std::make_uniqu
     if (path.empty() || fs::is_directory(file, failure)) {
         throw Error(Number::pathFileAccess, "\"" + path + "\" is no path of a file");
     }
-    if (!file.parent_path().empty() && !fs::is_directory(file.parent_path(), failure)) {
-        throw Error(Number::pathNotFound, "The folder of \"" + path + "\" does not exist");
-    }
+    store::RequireFolderOf(path);
     temporary_ = TemporaryFor(path);
     stream_->file.open(PathOf(temporary_), std::ios::binary | std::ios::trunc);
     if (!stream_->file) CannotWrite(path);

@@ -16,10 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path PathOf(const std::string& text) {
-    return fs::path(std::u8string(text.begin(), text.end()));
-}
-
 std::string TextOf(const fs::path& path) {
     const std::u8string text = path.u8string();
     return {text.begin(), text.end()};
@@ -59,6 +55,17 @@ bool HasJournal(const fs::path& file) {
 
 }  // namespace
 
+fs::path PathOf(const std::string& path) {
+    return fs::path(std::u8string(path.begin(), path.end()));
+}
+
+void RequireFolderOf(const std::string& path) {
+    const fs::path folder = PathOf(path).parent_path();
+    std::error_code failure;
+    if (folder.empty() || fs::is_directory(folder, failure)) return;
+    throw Error(Number::pathNotFound, "The folder of \"" + path + "\" does not exist");
+}
+
 std::string Absolute(const std::string& path) {
     if (path == inMemory) return path;
     std::error_code failure;
@@ -71,10 +78,7 @@ FileState Probe(const std::string& path) {
     std::error_code failure;
     const fs::file_status status = fs::status(file, failure);
     if (status.type() == fs::file_type::not_found) {
-        const fs::path folder = file.parent_path();
-        if (!folder.empty() && !fs::is_directory(folder, failure)) {
-            throw Error(Number::pathNotFound, "The folder of \"" + path + "\" does not exist");
-        }
+        RequireFolderOf(path);
         return FileState::missing;
     }
     if (fs::is_directory(status)) {

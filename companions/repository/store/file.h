@@ -1,11 +1,18 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace repository::store {
 
 /// The path that stands for a database in memory.
 constexpr const char* inMemory = ":memory:";
+
+/// A path of a file system of a path in UTF-8.
+std::filesystem::path PathOf(const std::string& path);
+
+/// Throws 76 where the folder that a file shall lie in does not exist.
+void RequireFolderOf(const std::string& path);
 
 /// The path as it stands independently of the current folder. UTF-8 both.
 std::string Absolute(const std::string& path);

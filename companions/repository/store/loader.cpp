@@ -1,5 +1,7 @@
 #include "repository/store/loader.h"
 
+#include <algorithm>
+
 #include "repository/store/checked_value.h"
 #include "repository/store/error.h"
 #include "repository/store/text.h"
@@ -49,6 +51,18 @@ Id Loader::AddLink(const MetaLink& meta, Id source, Id target) {
         link_.Execute(meta.id, meta.linkName, source, target, "#" + std::to_string(number));
     }
     return Inserted(meta);
+}
+
+bool Loader::IsNamedAsAdded(const Object& link, const MetaLink& meta, const Object& source,
+                            const Object& target) {
+    if (link.name != target.name) return false;
+    const std::string first = source.identifier + " " + meta.linkName + " " + target.identifier;
+    const std::string_view present = link.identifier;
+    if (!present.starts_with(first)) return false;
+    const std::string_view end = present.substr(first.size());
+    return end.empty() || (end.size() > 1 && end.front() == '#' &&
+                           std::all_of(end.begin() + 1, end.end(),
+                                       [](char letter) { return letter >= '0' && letter <= '9'; }));
 }
 
 Id Loader::Inserted(const MetaObject& meta) {

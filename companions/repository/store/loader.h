@@ -23,6 +23,9 @@ public:
     Id AddNode(const MetaNode& meta, std::string_view identifier, std::string_view name);
     /// Adds a link that is named like its target, with an identifier of its ends and its kind.
     Id AddLink(const MetaLink& meta, Id source, Id target);
+    /// Whether a link is called as `AddLink` calls one between these ends.
+    static bool IsNamedAsAdded(const Object& link, const MetaLink& meta, const Object& source,
+                               const Object& target);
 
     /// Sets a value that a node does not have yet, which has to fit the property's type (13, 380).
     void SetValue(Id object, const MetaProperty& property, const Value& value);

@@ -1,7 +1,5 @@
 #include "repository/tool/commands.h"
 
-#include <sqlite3.h>
-
 #include <chrono>
 #include <iomanip>
 #include <ostream>
@@ -13,7 +11,7 @@
 #include "repository/store/error.h"
 #include "repository/store/file.h"
 #include "repository/store/store.h"
-#include "repository/store/text.h"
+#include "repository/tool/query_connection.h"
 
 namespace repository::tool {
 
@@ -108,70 +106,8 @@ void Info(const std::vector<std::string>& arguments, std::ostream& output) {
     }
 }
 
-/// What would let a query change something: a change of the settings that forbid it, another file.
-int Authorize(void*, int action, const char* name, const char* value, const char*, const char*) {
-    if (action == SQLITE_ATTACH || action == SQLITE_DETACH) return SQLITE_DENY;
-    if (action != SQLITE_PRAGMA || value == nullptr) return SQLITE_OK;
-    const std::string pragma = store::FoldCase(name);
-    return pragma == "query_only" || pragma == "journal_mode" ? SQLITE_DENY : SQLITE_OK;
-}
-
-/// A connection to a repository file that changes nothing in it. It may write the file all the
-/// same: what a program that was killed has left half done is taken back first.
-class Reading {
-public:
-    explicit Reading(const std::string& path) {
-        if (store::Probe(store::Absolute(path)) != store::FileState::repository) {
-            throw store::Error(store::Number::fileNotFound,
-                               "\"" + path + "\" is no repository file");
-        }
-        int result = sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READWRITE, nullptr);
-        if (result == SQLITE_OK) result = Configure();
-        if (result == SQLITE_OK) return;
-        const std::string text = sqlite3_errstr(result);
-        sqlite3_close(connection_);
-        throw std::runtime_error(text);
-    }
-    ~Reading() { sqlite3_close(connection_); }
-    Reading(const Reading&) = delete;
-    Reading& operator=(const Reading&) = delete;
-
-    /// Prints the rows of a query, tabs between their columns; returns how many there are.
-    std::size_t Print(const std::string& sql, std::ostream& output) {
-        struct Printer {
-            std::ostream& output;
-            std::size_t count = 0;
-        };
-        Printer printer{output};
-        const auto print = [](void* data, int columns, char** texts, char**) {
-            auto& to = *static_cast<Printer*>(data);
-            for (int i = 0; i < columns; ++i) {
-                to.output << (i > 0 ? "\t" : "") << (texts[i] != nullptr ? texts[i] : "");
-            }
-            to.output << '\n';
-            ++to.count;
-            return 0;
-        };
-        if (sqlite3_exec(connection_, sql.c_str(), print, &printer, nullptr) != SQLITE_OK) {
-            throw std::runtime_error(sqlite3_errmsg(connection_));
-        }
-        return printer.count;
-    }
-
-private:
-    int Configure() {
-        sqlite3_busy_timeout(connection_, Store::defaultBusyTimeout);
-        const int result =
-            sqlite3_exec(connection_, "PRAGMA query_only = ON", nullptr, nullptr, nullptr);
-        return result == SQLITE_OK ? sqlite3_set_authorizer(connection_, Authorize, nullptr)
-                                   : result;
-    }
-
-    sqlite3* connection_ = nullptr;
-};
-
 bool Check(const std::vector<std::string>& arguments, std::ostream& output) {
-    Reading reading(arguments[1]);
+    QueryConnection reading(arguments[1]);
     const std::size_t faults =
         reading.Print("SELECT * FROM pragma_integrity_check WHERE integrity_check <> 'ok'",
                       output) +
@@ -183,7 +119,7 @@ bool Check(const std::vector<std::string>& arguments, std::ostream& output) {
 }
 
 void Query(const std::vector<std::string>& arguments, std::ostream& output) {
-    Reading reading(arguments[1]);
+    QueryConnection reading(arguments[1]);
     reading.Print(arguments[2], output);
 }
 

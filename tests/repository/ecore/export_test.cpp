@@ -184,12 +184,15 @@ TEST_F(EcoreExport, TypesThatEcoreDoesNotHaveAreReported) {
                             "the enumeration Feeling is exported as Mood"));
 }
 
+/// A class with an attribute, and one that has it from the first.
+constexpr const char* sizeOfAAndB =
+    "<eClassifiers xsi:type='ecore:EClass' name='A'>"
+    "<eStructuralFeatures xsi:type='ecore:EAttribute' name='size' eType='ecore:"
+    "EDataType http://www.eclipse.org/emf/2002/Ecore#//EInt'/></eClassifiers>"
+    "<eClassifiers xsi:type='ecore:EClass' name='B' eSuperTypes='#//A'/>";
+
 TEST_F(EcoreExport, WhatOnlyOneClassHasOfAnotherTypeIsReported) {
-    Take({{"p.ecore",
-           Metamodel("<eClassifiers xsi:type='ecore:EClass' name='A'>"
-                     "<eStructuralFeatures xsi:type='ecore:EAttribute' name='size' eType='ecore:"
-                     "EDataType http://www.eclipse.org/emf/2002/Ecore#//EInt'/></eClassifiers>"
-                     "<eClassifiers xsi:type='ecore:EClass' name='B' eSuperTypes='#//A'/>")}});
+    Take({{"p.ecore", Metamodel(sizeOfAAndB)}});
     const auto& types = store->Meta().types;
     store->Retype(store->Meta().nodes.Find("B")->properties.Find("size"), types.Find("String"));
     EXPECT_THAT(Export(*store, Path("out.xmi")),
@@ -213,11 +216,7 @@ TEST_F(EcoreExport, LinksWithANameOrAnIdentifierOfTheirOwnAreReported) {
 }
 
 TEST_F(EcoreExport, WhatOnlyOneClassCallsOtherwiseIsReported) {
-    Take({{"p.ecore",
-           Metamodel("<eClassifiers xsi:type='ecore:EClass' name='A'>"
-                     "<eStructuralFeatures xsi:type='ecore:EAttribute' name='size' eType='ecore:"
-                     "EDataType http://www.eclipse.org/emf/2002/Ecore#//EInt'/></eClassifiers>"
-                     "<eClassifiers xsi:type='ecore:EClass' name='B' eSuperTypes='#//A'/>")}});
+    Take({{"p.ecore", Metamodel(sizeOfAAndB)}});
     const auto size = store->Meta().nodes.Find("B")->properties.Find("size");
     store->Rename(size, "Length");
     EXPECT_THAT(Export(*store, Path("out.xmi")),
@@ -297,21 +296,10 @@ TEST_F(EcoreExport, BothFilesAreReplacedOrNone) {
     EXPECT_EQ(FileCount(), 2u);
 }
 
-/// A repository file that another program changes.
-class SharedExport : public EcoreExport {
-protected:
-    void SetUp() override {
-        Take(library, Model("<p:Library xmi:id='l'/>"));
-        store->SaveAs(Path("a.orv"));
-        store->SetBusyTimeout(60'000);
-        theirs = store::Store::Open(Path("a.orv"));
-        theirs->SetBusyTimeout(60'000);
-    }
-
-    std::unique_ptr<store::Store> theirs;
-};
-
-TEST_F(SharedExport, WhatTheOtherMadeIsExported) {
+TEST_F(EcoreExport, WhatAnotherProgramMadeIsExported) {
+    Take(library, Model("<p:Library xmi:id='l'/>"));
+    store->SaveAs(Path("a.orv"));
+    const auto theirs = store::Store::Open(Path("a.orv"));
     const auto city = theirs->MakeMetaNode("City", "");
     theirs->MakeNode(city, "paris", "Paris");
     theirs->Remove(store::MetaObjectRef(theirs->Meta().nodes.Find("Note")));

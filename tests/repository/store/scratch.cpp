@@ -4,8 +4,6 @@
 
 namespace repository::store {
 
-namespace fs = std::filesystem;
-
 std::string Scratch::File(const std::string& name) const {
     const auto text = (folder_ / PathOf(name)).u8string();
     return {text.begin(), text.end()};
@@ -18,10 +16,6 @@ std::string Scratch::Folder() const {
 
 bool IsLongRun() {
     return std::getenv("ORVANE_TEST_LONG") != nullptr;
-}
-
-fs::path PathOf(const std::string& text) {
-    return fs::path(std::u8string(text.begin(), text.end()));
 }
 
 std::string ReadFile(const std::string& path) {

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "repository/store/error.h"
+#include "repository/store/file.h"
 #include "repository/store/store.h"
 #include "support/temporary_folder.h"
 
@@ -26,7 +26,6 @@ private:
 /// ORVANE_TEST_LONG is set.
 bool IsLongRun();
 
-std::filesystem::path PathOf(const std::string& text);
 std::string ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::string& content);
 
