@@ -195,6 +195,8 @@ private:
     /// The letter of a key that was used up, until it comes.
     wchar_t usedUp_ = 0;
     bool mayEdit_ = false;
+    /// The system shows a box with a text that is edited.
+    bool editing_ = false;
     /// A node opens that has been filled.
     bool opening_ = false;
 

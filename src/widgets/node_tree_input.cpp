@@ -196,10 +196,15 @@ std::optional<LRESULT> NodeTree::OnNotify(NMHDR& header) {
             }
             return 0;
         case TVN_BEGINLABELEDITW:
-            if (mayEdit_) return FALSE;
+            if (mayEdit_) {
+                editing_ = true;
+                return FALSE;
+            }
             Later([this] { Edit(); });
             return TRUE;
         case TVN_ENDLABELEDITW: {
+            // Not every system tells of it once: the box that is taken away loses the focus, too.
+            if (!std::exchange(editing_, false)) return FALSE;
             const TVITEMW& item = reinterpret_cast<const NMTVDISPINFOW&>(header).item;
             const NodePtr node = NodeOf(item.hItem);
             if (node && item.pszText != nullptr) {
