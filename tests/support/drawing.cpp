@@ -1,5 +1,6 @@
 #include "support/drawing.h"
 
+#include <ocidl.h>
 #include <wincodec.h>
 
 #include <algorithm>
@@ -33,6 +34,11 @@ public:
     Canvas& operator=(const Canvas&) = delete;
 
     [[nodiscard]] HDC Context() const { return context_; }
+
+    void Whiten() const {
+        const RECT all = {0, 0, size_.cx, size_.cy};
+        FillRect(context_, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    }
 
     [[nodiscard]] Picture Copy() const {
         GdiFlush();
@@ -128,10 +134,24 @@ Picture Photograph(HWND window) {
 
 Picture DrawInactive(IUnknown* object, SIZE pixels, HRESULT* result, DWORD aspect) {
     const Canvas canvas(pixels);
-    const RECT all = {0, 0, pixels.cx, pixels.cy};
-    FillRect(canvas.Context(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    canvas.Whiten();
     const HRESULT drawn = Draw(object, canvas.Context(), pixels, aspect);
     if (result != nullptr) *result = drawn;
+    return canvas.Copy();
+}
+
+Picture DrawPicture(IUnknown* picture, SIZE pixels) {
+    const Canvas canvas(pixels);
+    canvas.Whiten();
+    if (const auto drawn = Query<IPicture>(picture)) {
+        OLE_XSIZE_HIMETRIC width = 0;
+        OLE_YSIZE_HIMETRIC height = 0;
+        drawn->get_Width(&width);
+        drawn->get_Height(&height);
+        // A picture's own coordinates go up.
+        drawn->Render(canvas.Context(), 0, 0, pixels.cx, pixels.cy, 0, height, width, -height,
+                      nullptr);
+    }
     return canvas.Copy();
 }
 

@@ -31,8 +31,10 @@ struct Picture {
 /// What a view object draws that is not active, on white; `result` gets what Draw returned.
 [[nodiscard]] Picture DrawInactive(IUnknown* object, SIZE pixels, HRESULT* result = nullptr,
                                    DWORD aspect = DVASPECT_CONTENT);
-/// The number of records that it draws into a Windows metafile, as containers keep it; -1 where it
-/// fails.
+/// The whole of a picture object on white; blank where it is none.
+[[nodiscard]] Picture DrawPicture(IUnknown* picture, SIZE pixels);
+/// The number of records that a view object draws into a Windows metafile, as containers keep it;
+/// -1 where it fails.
 [[nodiscard]] int DrawIntoMetafile(IUnknown* object, SIZE pixels);
 
 }  // namespace support

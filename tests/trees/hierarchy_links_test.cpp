@@ -73,6 +73,36 @@ TEST_F(HierarchyLinks, AddNodeTakesTheFirstFolderOfThatName) {
                 ElementsAre("On Graphs", "On Lists", "On Sets", "Knuth"));
 }
 
+TEST_F(HierarchyLinks, AddNodeKnowsTheCaseOfAFoldersText) {
+    tree.Put("withFolders", true);
+    events.On("AddingNode").Run([this](const Arguments& arguments) {
+        Allow(arguments);
+        const LateBound nni(arguments.Object(0).Get());
+        if (nni.Get("repObject").Object().Get() == cites) nni.Put("Caption", "Cites");
+    });
+    OpenRoot();
+    FakeLink* const fresh = model.Link(cites, trees, knuth, "c9");
+    const auto before = Window().All();
+    EXPECT_TRUE(tree.Call("AddNode", Info("ID:1").Get(), fresh));
+    EXPECT_EQ(Window().All(), before);
+    EXPECT_THAT(Take(), ElementsAre("c9.parent", "cites.name"));
+}
+
+TEST_F(HierarchyLinks, AddNodeGoesByTheKeyInTheRecord) {
+    OpenRoot();
+    const LateBound info = Info(KeyOf(second));
+    ASSERT_TRUE(info.Put("key", "ID:1"));
+    EXPECT_TRUE(tree.Call("AddNode", info.Get(), third));
+    EXPECT_THAT(Window().Below(Window().At({"On Trees"})),
+                ElementsAre("On Graphs", "On Lists", "On Sets", "On Trees"));
+    Take();
+    for (const char* none : {"ID:99", "", "Root"}) {
+        info.Put("key", none);
+        EXPECT_TRUE(tree.Call("AddNode", info.Get(), third)) << none;
+    }
+    EXPECT_THAT(Take(), IsEmpty());
+}
+
 TEST_F(HierarchyLinks, AddNodeWithoutAMatchingFolderAddsNothing) {
     OpenRoot();
     tree.Put("withFolders", true);
@@ -117,8 +147,7 @@ TEST_F(HierarchyLinks, RemoveLinkRemovesTheNodeFromTheLeavesUp) {
     model.Link(cites, graphs, sets, "d2");
     OpenRoot();
     Window().Open({"On Trees", "On Graphs"});
-    const std::string inner = KeyOf(model.Root() != nullptr ? first : nullptr);
-    Take();
+    const std::string key = KeyOf(first);
     Texts removed;
     events.On("NodeRemoved").Run([&](const Arguments& arguments) {
         const LateBound info(arguments.Object(0).Get());
@@ -128,7 +157,7 @@ TEST_F(HierarchyLinks, RemoveLinkRemovesTheNodeFromTheLeavesUp) {
     EXPECT_EQ(tree.Call("RemoveLink", first).value, Empty());
     EXPECT_THAT(removed, ElementsAre("d1", "d2", "c1"));
     EXPECT_EQ(events.Count("NodeRemoved"), 3u) << "placeholders go silently";
-    EXPECT_EQ(Info(inner).Get(), nullptr);
+    EXPECT_EQ(Info(key).Get(), nullptr);
     EXPECT_THAT(Window().All(),
                 ElementsAre("On Trees", ".On Lists", "..Loading", ".On Sets", "..Loading"));
     EXPECT_EQ(InfoOf(first).Get(), nullptr);

@@ -83,6 +83,16 @@ TEST_F(NodeDescriptions, RefuseTheKeyOfASibling) {
     EXPECT_EQ(Children(description).Get("Count").value, Value(1));
 }
 
+TEST_F(NodeDescriptions, KeepTheirPlaceAmongSiblingsWhenTheirKeyIsWritten) {
+    const LateBound child(description.Call("AddChild", "Folder", "", "A", "", "old").value);
+    EXPECT_TRUE(child.Put("key", "new"));
+    EXPECT_EQ(Children(description).Call("Item", "old").value, Value(child.Get()));
+    EXPECT_EQ(Children(description).Call("Item", "new").AutomationNumber(), 5);
+    EXPECT_EQ(description.Call("AddChild", "Folder", "", "B", "", "old").AutomationNumber(), 457);
+    EXPECT_TRUE(description.Call("AddChild", "Folder", "", "C", "", "new"));
+    EXPECT_EQ(Children(description).Get("Count").value, Value(2));
+}
+
 TEST_F(NodeDescriptions, StoreAnEmptyKeyWithoutAKey) {
     EXPECT_TRUE(description.Call("AddChild", "Folder", "", "A", "", ""));
     EXPECT_TRUE(description.Call("AddChild", "Folder", "", "B", "", ""));

@@ -2,6 +2,16 @@
 
 namespace support {
 
+void SelectPlaceholder(const TreeWindow& window, std::vector<std::string> above) {
+    TVITEMW open = {};
+    open.mask = TVIF_STATE | TVIF_HANDLE;
+    open.hItem = window.At(above);
+    open.state = open.stateMask = TVIS_EXPANDED;
+    SendMessageW(window.Handle(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&open));
+    above.emplace_back("Loading");
+    window.Select(window.At(above));
+}
+
 std::vector<std::string> TreeTest::Taken(const std::string& name) const {
     std::vector<std::string> found;
     for (std::string& entry : Take()) {

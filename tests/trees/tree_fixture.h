@@ -13,6 +13,10 @@
 
 namespace support {
 
+/// Selects the placeholder below a node. Another program has changed the window's own state, which
+/// fills nothing.
+void SelectPlaceholder(const TreeWindow& window, std::vector<std::string> above);
+
 /// A small library of books and its readers, for trees to show. Calls and events are noted in one
 /// log.
 class TreeTest : public testing::Test {

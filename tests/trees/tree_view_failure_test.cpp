@@ -44,15 +44,6 @@ TEST_F(TreeViewFailure, ARepositoryMayChangeTheDescriptionThatItIsAskedFor) {
     EXPECT_EQ(Window().All().size(), 3u);
 }
 
-TEST_F(TreeViewFailure, UsesUpTheKeyOfTheNodeThatWasNotMade) {
-    Describe(Root(), "Extension", "Book", "Name");
-    graphs->On("GetProperty").Fail(Failure::Exception(E_FAIL, "broken"));
-    const LateBound deep = Describe(Root(), "Folder", "", "A");
-    Window().Open({"Root"});
-    EXPECT_EQ(Parent("ID:3").Get("key").value, Value("Root"));
-    EXPECT_EQ(tree.Call("ParentNode", "ID:4").AutomationNumber(), 35601);
-}
-
 TEST_F(TreeViewFailure, UnknownMetaNodesAndMetaLinksEndTheFilling) {
     Describe(Root(), "Extension", "No such", "Name");
     Describe(Root(), "Folder", "", "Never");
@@ -71,7 +62,7 @@ TEST_F(TreeViewFailure, OfOneNodeKeepsTheStarFromNoOther) {
 
 TEST_F(TreeViewFailure, LinksWithoutAnObjectAboveFail) {
     Describe(Root(), "Links", "cites", "");
-    const LateBound folder = Describe(Root(), "Folder", "", "A");
+    Describe(Root(), "Folder", "", "A");
     Window().Open({"Root"});
     EXPECT_THAT(Window().All(), ElementsAre("Root")) << "there is nothing above the root";
     tree.Call("Destroy");
