@@ -30,6 +30,8 @@ start_session() {
         # The pipe's end would be the program's end too, should this script die without its traps.
         exec {keeper}> >(in_wine wine 'C:\windows\system32\cmd.exe' >/dev/null 2>&1 6>&- 8>&-)
         session_keepers+=($!)
+        # Wine's own processes keep the output of the program that they come up with: not a test's.
+        (in_wine timeout -k 2 60 wine cmd /c exit) </dev/null >/dev/null 2>&1 6>&- 8>&- || true
     done
 }
 

@@ -1,8 +1,7 @@
 #include "lists/combo.h"
 
-#include <olectl.h>
-
 #include "lists/link_end.h"
+#include "ole/color.h"
 #include "ole/error.h"
 
 namespace lists {
@@ -38,7 +37,7 @@ HRESULT Combo::Clear() {
 }
 
 HRESULT Combo::get_selection(IDispatch** object) {
-    return Run([&] { ole::Ref<IDispatch>(list_.Selection().Get()).CopyTo(object); });
+    return Run([&] { ole::Give(list_.Selection(), object); });
 }
 
 HRESULT Combo::put_selection(IDispatch** object) {
@@ -81,12 +80,8 @@ HRESULT Combo::SetList_Incoming(IDispatch** ob, IDispatch** ml, BSTR* viewAttr,
 
 HRESULT Combo::SetBackGroundColor(long* Color, VARIANT*) {
     return Run([&] {
-        COLORREF translated = 0;
-        if (FAILED(OleTranslateColor(static_cast<OLE_COLOR>(*Color), nullptr, &translated))) {
-            ole::Throw(ole::Number::invalidPropertyValue);
-        }
-        background_ = translated;
-        Box().SetColors(Container().ForeColor(), translated);
+        background_ = ole::ToColor(*Color);
+        Box().SetColors(Container().ForeColor(), *background_);
     });
 }
 

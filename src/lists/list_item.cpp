@@ -1,7 +1,6 @@
 #include "lists/list_item.h"
 
-#include <olectl.h>
-
+#include "ole/color.h"
 #include "ole/error.h"
 #include "ole/text.h"
 
@@ -124,13 +123,7 @@ HRESULT ListItem::get_ForeColor(long* value) {
 }
 
 HRESULT ListItem::put_ForeColor(long value) {
-    return Change([&](widgets::Row& row) {
-        COLORREF color = 0;
-        if (FAILED(OleTranslateColor(static_cast<OLE_COLOR>(value), nullptr, &color))) {
-            ole::Throw(ole::Number::invalidPropertyValue);
-        }
-        row.More().color = color;
-    });
+    return Change([&](widgets::Row& row) { row.More().color = ole::ToColor(value); });
 }
 
 HRESULT ListItem::get_ToolTipText(BSTR* value) {

@@ -1,13 +1,12 @@
 #include "lists/list_view.h"
 
-#include <olectl.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "lists/link_end.h"
 #include "ole/automation_collection.h"
+#include "ole/color.h"
 #include "ole/error.h"
 #include "ole/event_arguments.h"
 #include "ole/finally.h"
@@ -201,12 +200,8 @@ HRESULT ListView::Refresh() {
 
 HRESULT ListView::SetBackGroundColor(long* Color, VARIANT*) {
     return Run([&] {
-        COLORREF translated = 0;
-        if (FAILED(OleTranslateColor(static_cast<OLE_COLOR>(*Color), nullptr, &translated))) {
-            ole::Throw(ole::Number::invalidPropertyValue);
-        }
-        background_ = translated;
-        List().SetColors(Container().ForeColor(), translated);
+        background_ = ole::ToColor(*Color);
+        List().SetColors(Container().ForeColor(), *background_);
     });
 }
 
@@ -231,7 +226,7 @@ HRESULT ListView::Destroy() {
 }
 
 HRESULT ListView::get_selection(IDispatch** object) {
-    return Run([&] { ole::Ref<IDispatch>(ObjectOf(List().Current()).Get()).CopyTo(object); });
+    return Run([&] { ole::Give(ObjectOf(List().Current()), object); });
 }
 
 HRESULT ListView::put_selection(IDispatch** object) {
@@ -310,7 +305,7 @@ HRESULT ListView::put_dropAllowed(VARIANT_BOOL* value) {
 }
 
 HRESULT ListView::get_CallbackObject(IDispatch** object) {
-    return Run([&] { ole::Ref<IDispatch>(objects_.Callback().Get()).CopyTo(object); });
+    return Run([&] { ole::Give(objects_.Callback(), object); });
 }
 
 HRESULT ListView::put_CallbackObject(IDispatch** object) {

@@ -122,6 +122,11 @@ private:
     Ref<IDispatch> object_;
 };
 
+/// Hands an object, or none, to a caller who owns it then.
+inline void Give(const Object& object, IDispatch** to) {
+    *to = Ref<IDispatch>(object.Get()).Detach();
+}
+
 inline Argument::Argument(const Object& object) : Argument(object.Get()) {}
 
 /// A member of one object that is called again and again: its id is asked for once.

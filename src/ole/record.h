@@ -39,7 +39,7 @@ protected:
     }
 
     HRESULT Read(const Object& from, IDispatch** to) noexcept {
-        return this->Run([&] { Ref<IDispatch>(from.Get()).CopyTo(to); });
+        return this->Run([&] { Give(from, to); });
     }
     HRESULT Write(Object& to, IDispatch** from) noexcept {
         return this->Run([&] {
@@ -60,12 +60,6 @@ protected:
         return this->Run([&] { std::memcpy(&to, from, sizeof to); });
     }
 };
-
-/// Hands an object, or none, to a caller who owns it then.
-template <class T, class Interface>
-void Give(const Ref<T>& object, Interface** to) {
-    *to = Ref<Interface>(object.Get()).Detach();
-}
 
 /// The record of the class `T` that a host handed back, none for no object. Errors: 13 for another
 /// object.

@@ -30,6 +30,12 @@ Ref<T> Query(From* object) {
     return reference;
 }
 
+/// Hands an object, or none, to a caller who owns it then.
+template <class T, class Interface>
+void Give(const Ref<T>& object, Interface** to) {
+    *to = Ref<Interface>(object.Get()).Detach();
+}
+
 /// Whether two interface pointers belong to the same object, by the platform's rule: the same
 /// IUnknown. No object is the same as no object only.
 bool SameObject(IUnknown* a, IUnknown* b);

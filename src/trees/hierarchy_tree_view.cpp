@@ -179,7 +179,7 @@ HRESULT HierarchyTreeView::get_selection(IDispatch** object) {
     return Run([&] {
         const widgets::NodePtr node = Tree().Selected();
         const auto info = node ? hierarchy_.InfoOf(*node) : nullptr;
-        if (info) ole::Ref<IDispatch>(info->RepObject().Get()).CopyTo(object);
+        if (info) ole::Give(info->RepObject(), object);
     });
 }
 

@@ -28,7 +28,7 @@ TreeView::~TreeView() {
 }
 
 HRESULT TreeView::get_Repository(IDispatch** object) {
-    return Run([&] { ole::Ref<IDispatch>(described_.repository.Get()).CopyTo(object); });
+    return Run([&] { ole::Give(described_.repository, object); });
 }
 
 HRESULT TreeView::put_Repository(IDispatch** object) {
