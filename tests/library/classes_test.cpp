@@ -150,7 +150,7 @@ TEST_F(LibraryClasses, NeedNothingButWindows) {
         for (char& c : name) c = static_cast<char>(std::tolower(c));
         EXPECT_THAT(name, AnyOf("kernel32.dll", "user32.dll", "gdi32.dll", "advapi32.dll",
                                 "ole32.dll", "oleaut32.dll", "comctl32.dll", "msvcrt.dll",
-                                "comdlg32.dll", "shell32.dll"));
+                                "comdlg32.dll", "shell32.dll", "uxtheme.dll"));
     }
     EXPECT_GT(imports, 0);
 }
