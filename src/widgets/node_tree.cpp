@@ -60,6 +60,11 @@ void NodeTree::Create(HWND parent) {
         Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(ItemOf(*node)));
         node->expanded = true;
     }
+    const auto selected = std::exchange(selectedBefore_, std::nullopt);
+    if (const NodePtr node = selected ? nodes_.Find(*selected) : nullptr) {
+        Show(*node);
+        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(*node)));
+    }
 }
 
 LRESULT NodeTree::Send(UINT message, WPARAM wide, LPARAM large) const {
@@ -190,6 +195,7 @@ void NodeTree::Clear() {
     nodes_.Clear();
     nodes_.Top().childrenWait = false;
     waiting_.clear();
+    selectedBefore_.reset();
     if (depth_ == 0 && removing_ == 0) {
         doomed_.clear();
         EndEditing();

@@ -197,6 +197,8 @@ private:
     bool mayEdit_ = false;
     /// The system shows a box with a text that is edited.
     bool editing_ = false;
+    /// The number of the node that was selected when the window went.
+    std::optional<std::int32_t> selectedBefore_;
     /// A node opens that has been filled.
     bool opening_ = false;
 

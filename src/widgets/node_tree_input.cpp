@@ -31,6 +31,9 @@ LRESULT CALLBACK NodeTree::Procedure(HWND window, UINT message, WPARAM wide, LPA
 
 LRESULT NodeTree::OnMessage(UINT message, WPARAM wide, LPARAM large) {
     const HWND window = handle_;
+    if (message == WM_DESTROY) {
+        if (const NodePtr selected = Selected()) selectedBefore_ = selected->Number();
+    }
     if (message == endOfEdit) {
         // It may come while the system handles another message, as dragging a scroll bar is.
         if (!edits_.empty()) {

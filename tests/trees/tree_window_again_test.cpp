@@ -30,6 +30,7 @@ TEST_F(HierarchyWindowAgain, ShowsTheNodesAsTheyWere) {
     Window().Open({"On Trees", "On Graphs"});
     Window().Close(Window().At({"On Trees", "On Graphs"}));
     tree.Call("Update", Info("ID:1").Get(), "Woods", "__Folder");
+    tree.PutRef("selection", second);
     const auto all = Window().All();
     Take();
     TakeWindowAway(Window());
@@ -45,6 +46,8 @@ TEST_F(HierarchyWindowAgain, ShowsTheNodesAsTheyWere) {
     EXPECT_EQ(Window().Image(Window().At({"Woods", "On Graphs"})), -1);
     EXPECT_EQ(Window().Image(Window().At({"Knuth", "Loading"})), 0) << "__Dummy";
     EXPECT_NE(SendMessageW(Window().Handle(), TVM_GETIMAGELIST, TVSIL_NORMAL, 0), 0);
+    EXPECT_EQ(Window().SelectedText(), "On Lists");
+    EXPECT_EQ(tree.Get("selection").Object().Get(), lists);
     EXPECT_THAT(Take(), testing::IsEmpty()) << "without the repository and the host";
     Window().Open({"Knuth"});
     EXPECT_THAT(Window().Below(Window().At({"Knuth"})), ElementsAre("On Trees"));
@@ -94,6 +97,17 @@ TEST_F(HierarchyWindowAgain, TakesWhatMembersDoWithoutIt) {
     TakeWindowAway(Window());
     tree.Call("Clear");
     EXPECT_THAT(Window().All(), testing::IsEmpty());
+    EXPECT_EQ(tree.Get("selection").value, Nothing());
+}
+
+TEST_F(HierarchyWindowAgain, SelectsNothingWhereTheSelectedNodeWent) {
+    tree.Call("AddRootNode", trees);
+    tree.Call("Expand", trees);
+    tree.PutRef("selection", first);
+    TakeWindowAway(Window());
+    tree.Call("RemoveLink", first);
+    EXPECT_EQ(Window().Selected(), nullptr);
+    EXPECT_EQ(Window().Count(), 3);
 }
 
 using TreeViewWindowAgain = TreeViewTest;
@@ -105,6 +119,7 @@ TEST_F(TreeViewWindowAgain, ShowsTheNodesAsTheyWere) {
     Window().Open({"Root"});
     Window().Open({"Root", "On Trees"});
     Window().Close(Window().At({"Root", "On Trees"}));
+    Window().Select(Window().At({"Root", "More"}));
     const auto all = Window().All();
     ASSERT_EQ(all.size(), 8u);
     Take();
@@ -115,6 +130,7 @@ TEST_F(TreeViewWindowAgain, ShowsTheNodesAsTheyWere) {
     EXPECT_EQ(Window().Image(Window().At({"Root", "On Trees"})), 1) << "Folder";
     EXPECT_EQ(Window().Image(Window().At({"Root", "On Lists", "Loading"})), 0) << "Dummy";
     EXPECT_EQ(Window().Image(Window().At({"Root", "More"})), -1);
+    EXPECT_EQ(Window().SelectedText(), "More");
     EXPECT_THAT(Take(), testing::IsEmpty()) << "without the repository";
     Window().Open({"Root", "On Lists"});
     EXPECT_THAT(Window().Below(Window().At({"Root", "On Lists"})), ElementsAre("Inside"));
