@@ -71,7 +71,7 @@ ListPane::~ListPane() {
 }
 
 void ListPane::SetTitle(const std::wstring& text) {
-    title_ = L"Lis&t: " + Literal(text);
+    title_ = L"L&ist: " + Literal(text);
     SetWindowTextW(label_.get(), title_.c_str());
 }
 

@@ -62,7 +62,7 @@ public:
     void SetLook(const Look& look) override;
 
     /// The letter that goes to the list with Alt.
-    [[nodiscard]] static wchar_t Mnemonic() { return L'T'; }
+    [[nodiscard]] static wchar_t Mnemonic() { return L'I'; }
     void Focus() { hosted_.Focus(); }
 
 private:

@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cwctype>
+
 namespace explorer {
 namespace {
 
@@ -27,6 +29,21 @@ protected:
         Play(input.Chord(keys));
     }
 
+    /// The letter that a menu's title marks.
+    static WORD LetterOf(HMENU bar, int index) {
+        wchar_t title[64] = L"";
+        GetMenuStringW(bar, static_cast<UINT>(index), title, 64, MF_BYPOSITION);
+        const std::wstring text = title;
+        const auto mark = text.find(L'&');
+        if (mark == std::wstring::npos) return 0;
+        return static_cast<WORD>(std::towupper(text[mark + 1]));
+    }
+    /// The menu that is open, or none.
+    static HMENU OpenMenu() {
+        const HWND shown = FindWindowW(L"#32768", nullptr);
+        if (!shown || !IsWindowVisible(shown)) return nullptr;
+        return reinterpret_cast<HMENU>(SendMessageW(shown, MN_GETHMENU, 0, 0));
+    }
     /// The control with the focus.
     std::wstring Focused() const {
         const HWND focus = GetFocus();
@@ -61,11 +78,24 @@ TEST_F(KeyboardTest, ShiftTabGoesTheOtherWay) {
 
 TEST_F(KeyboardTest, TheLettersOfTheLabelsLeadToTheirFields) {
     const std::pair<WORD, const wchar_t*> letters[] = {
-        {'N', L"Nodes"}, {'O', L"Links"},     {'T', L"list"},     {'R', L"tree"},
+        {'N', L"Nodes"}, {'O', L"Links"},     {'I', L"list"},     {'R', L"tree"},
         {'E', L"log"},   {'L', L"MetaLinks"}, {'M', L"MetaNodes"}};
     for (const auto& [letter, name] : letters) {
         Chord({VK_MENU, letter});
         EXPECT_EQ(Focused(), name);
+    }
+}
+
+TEST_F(KeyboardTest, TheLettersOfTheMenusOpenThem) {
+    const HMENU bar = GetMenu(window->Handle());
+    const int count = GetMenuItemCount(bar);
+    EXPECT_EQ(count, 5);
+    for (int index = 0; index < count; ++index) {
+        HMENU open = nullptr;
+        support::Input input;
+        input.Chord({VK_MENU, LetterOf(bar, index)}).Wait(200).Do([&open] { open = OpenMenu(); });
+        Play(input.Key(VK_ESCAPE).Wait(50).Key(VK_ESCAPE).Wait(50));
+        EXPECT_EQ(open, GetSubMenu(bar, index)) << index;
     }
 }
 

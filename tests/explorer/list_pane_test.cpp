@@ -31,17 +31,17 @@ protected:
 
 TEST_F(ListPaneTest, ItListsMetaNodesAtFirst) {
     EXPECT_EQ(Names(), (Texts{L"Author", L"Book"}));
-    EXPECT_EQ(window->List().Title(), L"Lis&t: Meta nodes");
+    EXPECT_EQ(window->List().Title(), L"L&ist: Meta nodes");
 }
 
 TEST_F(ListPaneTest, AListOfNodesFollowsTheMetaNode) {
     Command(ID_LIST_NODES);
-    EXPECT_EQ(window->List().Title(), L"Lis&t: Choose a meta node");
+    EXPECT_EQ(window->List().Title(), L"L&ist: Choose a meta node");
     navigator->MetaNodes().Select(MetaNode(L"Author"));
     EXPECT_EQ(Names(), (Texts{L"Ada", L"Ben"}));
     navigator->MetaNodes().Select(MetaNode(L"Book"));
     EXPECT_EQ(Names(), (Texts{L"On Trees", L"On Graphs"}));
-    EXPECT_EQ(window->List().Title(), L"Lis&t: Nodes of Book");
+    EXPECT_EQ(window->List().Title(), L"L&ist: Nodes of Book");
 }
 
 TEST_F(ListPaneTest, AListOfLinksFollowsNodeAndMetaLink) {
