@@ -12,7 +12,6 @@ public:
                   const TreeCalls& calls);
 
     void Show(const hosting::LateBound& repository, const hosting::LateBound& metaNode) override;
-    [[nodiscard]] bool NeedsMetaNode() const override { return false; }
 
 private:
     void Hear(const hosting::Event& event) override;

@@ -44,8 +44,6 @@ public:
 
     /// Shows what there is, in a tree that has shown nothing yet. Throws hosting::Error.
     virtual void Show(const hosting::LateBound& repository, const hosting::LateBound& metaNode) = 0;
-    /// Whether it begins with the nodes of one meta node.
-    [[nodiscard]] virtual bool NeedsMetaNode() const = 0;
     /// The link that the selected node was reached by, or none.
     [[nodiscard]] virtual hosting::LateBound SelectedLink() const { return {}; }
     /// A link has come to the repository, or is about to go.

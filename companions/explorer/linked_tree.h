@@ -13,7 +13,6 @@ public:
                const TreeCalls& calls, bool withFolders);
 
     void Show(const hosting::LateBound& repository, const hosting::LateBound& metaNode) override;
-    [[nodiscard]] bool NeedsMetaNode() const override { return true; }
     [[nodiscard]] hosting::LateBound SelectedLink() const override;
     void AddLink(const hosting::LateBound& link) override;
     void RemoveLink(const hosting::LateBound& link) override;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-
 namespace explorer {
 
 /// How the tree pane shows a repository.
@@ -11,7 +9,9 @@ enum class TreeKind {
     hierarchyWithFolders,  ///< the same, grouped by meta node and by meta link
 };
 
-inline constexpr std::array allTreeKinds = {TreeKind::described, TreeKind::hierarchy,
-                                            TreeKind::hierarchyWithFolders};
+/// Whether a tree begins with the nodes of one meta node.
+[[nodiscard]] constexpr bool NeedsMetaNode(TreeKind kind) {
+    return kind != TreeKind::described;
+}
 
 }  // namespace explorer

@@ -88,29 +88,25 @@ void TreePane::Show(TreeKind kind, const LateBound& repository, const LateBound&
     metaNode_ = metaNode;
     SetTitle(TitleOf(kind, metaNode));
     tree_ = MakeTree(kind);
-    if (!repository || (tree_->NeedsMetaNode() && !metaNode)) return;
+    if (!repository || (NeedsMetaNode(kind) && !metaNode)) return;
     tree_->Show(repository, metaNode);
 }
 
 void TreePane::Follow(const LateBound& metaNode) {
-    if (tells_ || !tree_->NeedsMetaNode() || IsSame(metaNode, metaNode_)) return;
+    if (tells_ || !NeedsMetaNode(kind_) || IsSame(metaNode, metaNode_)) return;
     Show(kind_, repository_, metaNode);
 }
 
 LateBound TreePane::SelectedLink() const {
-    return tree_->SelectedLink();
+    return tree_ ? tree_->SelectedLink() : LateBound();
 }
 
 void TreePane::AddLink(const LateBound& link) {
-    tree_->AddLink(link);
+    if (tree_) tree_->AddLink(link);
 }
 
 void TreePane::RemoveLink(const LateBound& link) {
-    tree_->RemoveLink(link);
-}
-
-LateBound TreePane::Control() const {
-    return tree_->Control();
+    if (tree_) tree_->RemoveLink(link);
 }
 
 void TreePane::SetLook(const Look& look) {
@@ -120,9 +116,15 @@ void TreePane::SetLook(const Look& look) {
     labelHeight_ = look.LineHeight() + look.Scale(labelGap);
     minimum_ = {look.Scale(minimumSize.cx), look.Scale(minimumSize.cy)};
     if (look.Scale(smallIcon) == iconSize_) return;
-    iconSize_ = look.Scale(smallIcon);
+    Try(calls_.onError, L"Showing the tree with icons of another size",
+        [&] { SetIconSize(look.Scale(smallIcon)); });
+}
+
+void TreePane::SetIconSize(int size) {
+    auto icons = std::make_unique<IconFiles>(size);
     tree_.reset();
-    icons_ = std::make_unique<IconFiles>(iconSize_);
+    icons_ = std::move(icons);
+    iconSize_ = size;
     Show(kind_, repository_, metaNode_);
 }
 

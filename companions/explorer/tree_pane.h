@@ -41,9 +41,7 @@ public:
     /// Removes the node of a link, with what is below. Throws.
     void RemoveLink(const hosting::LateBound& link);
 
-    /// The present tree's control.
-    [[nodiscard]] hosting::LateBound Control() const;
-    /// The control's window.
+    /// The control's window; none where there is no tree.
     [[nodiscard]] HWND ControlWindow() const { return place_.Window(); }
     /// What the label above the tree says, with its mnemonic's mark.
     [[nodiscard]] const std::wstring& Title() const noexcept { return title_; }
@@ -59,6 +57,7 @@ public:
 private:
     void SetTitle(const std::wstring& text);
     [[nodiscard]] std::unique_ptr<HostedTree> MakeTree(TreeKind kind);
+    void SetIconSize(int size);
 
     EventLog& log_;
     TreeKind kind_ = TreeKind::described;
@@ -72,6 +71,7 @@ private:
     hosting::HostedControl& place_;
     int iconSize_ = 16;
     std::unique_ptr<IconFiles> icons_;
+    /// None where the last attempt to make one failed.
     std::unique_ptr<HostedTree> tree_;
     int margin_ = 0;
     int labelHeight_ = 0;

@@ -4,6 +4,8 @@
 #include "explorer/automation.h"
 #include "explorer/resources.h"
 #include "explorer/window_fixture.h"
+#include "hosting/activation_context.h"
+#include "hosting/text.h"
 #include "support/input.h"
 #include "support/temporary_folder.h"
 
@@ -11,12 +13,53 @@
 
 #include <commctrl.h>
 
+#include <array>
 #include <cstring>
 
 namespace explorer {
 namespace {
 
 using hosting::LateBound;
+
+/// While it lives, the hierarchy tree's class is that of a library which is not there.
+class MissingLibrary {
+public:
+    MissingLibrary() : context_({Write(folder_.Path() / L"Missing.X.manifest")}) {}
+
+private:
+    static std::filesystem::path Write(const std::filesystem::path& manifest) {
+        constexpr wchar_t progId[] = L"OrvaneControls.HierarchyTreeView";
+        CLSID id{};
+        EXPECT_EQ(CLSIDFromProgID(progId, &id), S_OK);
+        std::array<wchar_t, 40> text{};
+        StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
+        support::WriteFile(
+            manifest, R"(<assembly xmlns="urn:schemas-microsoft-com:asm.v1" manifestVersion="1.0">)"
+                      R"(<assemblyIdentity type="win32" name="Missing.X" version="1.0.0.0"/>)"
+                      R"(<file name="Missing.dll"><comClass clsid=")" +
+                          hosting::ToUtf8(text.data()) + R"(" progid=")" + hosting::ToUtf8(progId) +
+                          R"(" threadingModel="Apartment"/></file></assembly>)");
+        return manifest;
+    }
+
+    support::TemporaryFolder folder_;
+    hosting::ActivationContext context_;
+};
+
+/// While it lives, this process has no temporary folder.
+class NoTemporaryFolder {
+public:
+    NoTemporaryFolder() {
+        GetEnvironmentVariableW(L"TMP", before_.data(), static_cast<DWORD>(before_.size()));
+        SetEnvironmentVariableW(L"TMP", L"C:\\no such folder");
+    }
+    ~NoTemporaryFolder() { SetEnvironmentVariableW(L"TMP", before_.data()); }
+    NoTemporaryFolder(const NoTemporaryFolder&) = delete;
+    NoTemporaryFolder& operator=(const NoTemporaryFolder&) = delete;
+
+private:
+    std::array<wchar_t, 1024> before_{};
+};
 
 class TreePaneTest : public WindowTest {
 protected:
@@ -90,6 +133,11 @@ protected:
         const POINT start = PlaceOf(from);
         support::Input input;
         Play(input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(200));
+    }
+    void SetDpi(WORD dpi) {
+        const RECT suggested{0, 0, 1200, 900};
+        SendMessageW(window->Handle(), 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi),
+                     reinterpret_cast<LPARAM>(&suggested));
     }
     void ShowAuthors(UINT command) {
         navigator->MetaNodes().Select(MetaNode(L"Author"));
@@ -256,6 +304,37 @@ TEST_F(TreePaneTest, RenamingAndRemovingAreForTheHierarchy) {
     Command(ID_TREE_HIERARCHY);
     EXPECT_FALSE(GetMenuState(menu, ID_TREE_RENAME, MF_BYCOMMAND) & MF_GRAYED);
     EXPECT_TRUE(GetMenuState(menu, ID_TREE_HIERARCHY, MF_BYCOMMAND) & MF_CHECKED);
+}
+
+TEST_F(TreePaneTest, WithoutATreeThePaneShowsNothingAndTheNextChoiceMakesOne) {
+    errors.SetUnattended();
+    {
+        const MissingLibrary missing;
+        Command(ID_TREE_HIERARCHY);
+    }
+    EXPECT_EQ(errors.Count(), 1);
+    EXPECT_FALSE(window->Tree().SelectedLink());
+    window->Tree().AddLink(Object(L"k1"));
+    window->Tree().RemoveLink(Object(L"k1"));
+    Command(ID_TREE_RENAME);
+    Command(ID_TREE_REMOVE_LINK);
+    EXPECT_EQ(Status().front(), L"The selected node was not reached by a link");
+    navigator->MetaNodes().Select(MetaNode(L"Author"));
+    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(errors.Count(), 1);
+}
+
+TEST_F(TreePaneTest, WithoutIconsOfAnotherSizeTheTreeStaysAsItWas) {
+    errors.SetUnattended();
+    {
+        const NoTemporaryFolder none;
+        SetDpi(144);
+    }
+    EXPECT_EQ(errors.Count(), 1);
+    EXPECT_EQ(Children({L"Root"}), (Texts{L"Author", L"Book"}));
+    SetDpi(192);
+    EXPECT_EQ(Children({L"Root"}), (Texts{L"Author", L"Book"}));
+    EXPECT_EQ(errors.Count(), 1);
 }
 
 }  // namespace
