@@ -3,19 +3,12 @@
 #include "explorer/automation.h"
 #include "explorer/hosted.h"
 
-#include <cwctype>
-
 namespace explorer {
 
 namespace {
 
 /// Until the first layout.
 constexpr RECT startBounds{0, 0, 100, 20};
-
-HWND MakeLabel(HWND parent, const std::wstring& caption) {
-    return CreateWindowExW(0, L"STATIC", caption.c_str(), WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP,
-                           0, 0, 0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
-}
 
 }  // namespace
 
@@ -62,12 +55,6 @@ void ComboField::Place(const FormRow& row) {
 
 int ComboField::Height() const {
     return hosted_.Bounds().bottom - hosted_.Bounds().top;
-}
-
-wchar_t ComboField::Mnemonic() const {
-    const auto mark = caption_.find(L'&');
-    if (mark == std::wstring::npos || mark + 1 == caption_.size()) return 0;
-    return static_cast<wchar_t>(std::towupper(caption_[mark + 1]));
 }
 
 }  // namespace explorer

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "explorer/form_layout.h"
+#include "explorer/label.h"
 #include "explorer/look.h"
 #include "hosting/event_sink.h"
 #include "hosting/form.h"
@@ -42,7 +43,7 @@ public:
     /// The control's own height.
     [[nodiscard]] int Height() const;
     /// The letter that goes to the field with Alt, in upper case; 0 where there is none.
-    [[nodiscard]] wchar_t Mnemonic() const;
+    [[nodiscard]] wchar_t Mnemonic() const { return MnemonicOf(caption_); }
     void Focus() { hosted_.Focus(); }
 
 private:

@@ -9,8 +9,6 @@ namespace explorer {
 
 namespace {
 
-constexpr int margin = 11;
-constexpr int labelGap = 3;
 constexpr SIZE minimumSize{320, 110};
 
 /// Widths at 96 dpi; the last column takes the rest.
@@ -21,21 +19,17 @@ struct Column {
 constexpr Column columns[] = {{L"Time", 96}, {L"Control", 92}, {L"Event", 80}, {L"Key", 120}};
 constexpr int lastColumn = static_cast<int>(std::size(columns)) - 1;
 
-HWND MakeChild(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style,
-               DWORD extendedStyle = 0) {
-    return CreateWindowExW(extendedStyle, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0,
-                           0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+HWND MakeList(HWND parent) {
+    return CreateWindowExW(WS_EX_CLIENTEDGE, WC_LISTVIEWW, L"Event log",
+                           WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA |
+                               LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+                           0, 0, 0, 0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
 }
 
 }  // namespace
 
 EventLogPane::EventLogPane(HWND parent, EventLog& log)
-    : log_(log),
-      label_(MakeChild(parent, L"STATIC", L"&Event log:", SS_LEFTNOWORDWRAP)),
-      list_(
-          MakeChild(parent, WC_LISTVIEWW, L"Event log",
-                    WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
-                    WS_EX_CLIENTEDGE)) {
+    : log_(log), label_(parent, L"&Event log"), list_(MakeList(parent)) {
     SendMessageW(list_.get(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
                  LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
     for (int index = 0; index <= lastColumn; ++index) {
@@ -62,23 +56,24 @@ void EventLogPane::ShowEntries() {
 }
 
 void EventLogPane::SetLook(const Look& look) {
-    SetFont(label_.get(), look);
+    label_.SetLook(look);
     SetFont(list_.get(), look);
-    margin_ = look.Scale(margin);
-    labelHeight_ = look.LineHeight() + look.Scale(labelGap);
-    minimum_ = {look.Scale(minimumSize.cx), look.Scale(minimumSize.cy)};
+    minimum_ = look.Scale(minimumSize);
     columnUnit_ = look.Scale(96);
     FitColumns();
 }
 
 void EventLogPane::Place(const RECT& bounds) {
-    const int left = bounds.left + margin_;
-    const int width = std::max<int>(bounds.right - bounds.left - 2 * margin_, 0);
-    const int listTop = bounds.top + labelHeight_;
-    MoveWindow(label_.get(), left, bounds.top, width, labelHeight_, TRUE);
-    MoveWindow(list_.get(), left, listTop, width,
-               std::max<int>(bounds.bottom - margin_ - listTop, 0), TRUE);
+    const RECT rest = label_.Place(bounds);
+    MoveWindow(list_.get(), rest.left, rest.top, rest.right - rest.left,
+               std::max<int>(rest.bottom - label_.Margin() - rest.top, 0), TRUE);
     FitColumns();
+}
+
+bool EventLogPane::FocusMnemonic(wchar_t letter) {
+    if (letter != label_.Mnemonic()) return false;
+    SetFocus(list_.get());
+    return true;
 }
 
 SIZE EventLogPane::MinimumSize() const {

@@ -2,6 +2,7 @@
 
 #include "explorer/event_log.h"
 #include "explorer/pane.h"
+#include "explorer/pane_label.h"
 #include "hosting/host_window.h"
 
 #include <optional>
@@ -17,10 +18,9 @@ public:
     void Place(const RECT& bounds) override;
     [[nodiscard]] SIZE MinimumSize() const override;
     void SetLook(const Look& look) override;
+    bool FocusMnemonic(wchar_t letter) override;
 
     [[nodiscard]] HWND List() const noexcept { return list_.get(); }
-    /// The letter that goes to the list with Alt.
-    [[nodiscard]] static wchar_t Mnemonic() { return L'E'; }
     /// Answers a WM_NOTIFY of the list.
     std::optional<LRESULT> OnNotify(NMHDR& notification);
 
@@ -33,11 +33,9 @@ private:
     [[nodiscard]] const std::wstring& CellText(std::size_t row, int column);
 
     EventLog& log_;
-    hosting::OwnedWindow label_;
+    PaneLabel label_;
     hosting::OwnedWindow list_;
     std::wstring time_;
-    int margin_ = 0;
-    int labelHeight_ = 0;
     SIZE minimum_{};
     int columnUnit_ = 0;
 };

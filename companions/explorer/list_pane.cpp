@@ -3,7 +3,6 @@
 #include "explorer/automation.h"
 #include "explorer/badge_picture.h"
 #include "explorer/hosted.h"
-#include "explorer/pane_label.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,8 +14,6 @@ namespace {
 using hosting::LateBound;
 
 constexpr RECT startBounds{0, 0, 320, 160};
-constexpr int margin = 11;
-constexpr int labelGap = 3;
 constexpr int smallIcon = 16;
 constexpr SIZE minimumSize{320, 110};
 
@@ -51,7 +48,7 @@ std::wstring EventDetail(const hosting::Event& event) {
 ListPane::ListPane(hosting::Form& form, EventLog& log, ErrorHandler onError)
     : log_(log),
       onError_(std::move(onError)),
-      label_(MakeLabel(form.Window())),
+      label_(form.Window(), L"L&ist"),
       hosted_(form.Add(L"List")) {
     hosted_.Create(L"OrvaneControls.ListView");
     hosted_.Activate(startBounds);
@@ -61,18 +58,13 @@ ListPane::ListPane(hosting::Form& form, EventLog& log, ErrorHandler onError)
         Try(onError_, L"Hearing " + event.name, [&] { Hear(event); });
         return S_OK;
     });
-    SetTitle(TitleOf(kind_, {}));
+    label_.SetText(TitleOf(kind_, {}));
 }
 
 ListPane::~ListPane() {
     events_.Disconnect();
     control_ = {};
     hosted_.GetForm().Remove(hosted_);
-}
-
-void ListPane::SetTitle(const std::wstring& text) {
-    title_ = L"L&ist: " + Literal(text);
-    SetWindowTextW(label_.get(), title_.c_str());
 }
 
 bool ListPane::HasCheckBoxes() const {
@@ -94,7 +86,7 @@ void ListPane::Show(ListKind kind, const ListSource& source) {
     control_.Put(L"dragAllowed", true);
     control_.Put(L"dropAllowed", true);
     const std::wstring missing = MissingFor(kind, chosen);
-    SetTitle(missing.empty() ? TitleOf(kind, chosen) : missing);
+    label_.SetText(missing.empty() ? TitleOf(kind, chosen) : missing);
     if (!missing.empty() || !source.repository) return;
     AddImages();
     AddColumns();
@@ -276,20 +268,20 @@ void ListPane::HearDrop(const LateBound& target, long effect) {
 }
 
 void ListPane::SetLook(const Look& look) {
-    SetFont(label_.get(), look);
+    label_.SetLook(look);
     SetFont(hosted_, look);
-    margin_ = look.Scale(margin);
-    labelHeight_ = look.LineHeight() + look.Scale(labelGap);
     iconSize_ = look.Scale(smallIcon);
-    minimum_ = {look.Scale(minimumSize.cx), look.Scale(minimumSize.cy)};
+    minimum_ = look.Scale(minimumSize);
 }
 
 void ListPane::Place(const RECT& bounds) {
-    const int left = bounds.left + margin_;
-    const int width = std::max<int>(bounds.right - bounds.left - 2 * margin_, 0);
-    const int listTop = bounds.top + labelHeight_;
-    MoveWindow(label_.get(), left, bounds.top, width, labelHeight_, TRUE);
-    hosted_.Move({left, listTop, left + width, std::max<LONG>(bounds.bottom, listTop)});
+    hosted_.Move(label_.Place(bounds));
+}
+
+bool ListPane::FocusMnemonic(wchar_t letter) {
+    if (letter != label_.Mnemonic()) return false;
+    hosted_.Focus();
+    return true;
 }
 
 SIZE ListPane::MinimumSize() const {

@@ -5,9 +5,9 @@
 #include "explorer/event_log.h"
 #include "explorer/list_kind.h"
 #include "explorer/pane.h"
+#include "explorer/pane_label.h"
 #include "hosting/event_sink.h"
 #include "hosting/form.h"
-#include "hosting/host_window.h"
 #include "hosting/late_bound.h"
 
 #include <functional>
@@ -55,18 +55,14 @@ public:
     /// The control's window.
     [[nodiscard]] HWND ControlWindow() const { return hosted_.Window(); }
     /// What the label above the list says, with its mnemonic's mark.
-    [[nodiscard]] const std::wstring& Title() const noexcept { return title_; }
+    [[nodiscard]] const std::wstring& Title() const noexcept { return label_.Text(); }
 
     void Place(const RECT& bounds) override;
     [[nodiscard]] SIZE MinimumSize() const override;
     void SetLook(const Look& look) override;
-
-    /// The letter that goes to the list with Alt.
-    [[nodiscard]] static wchar_t Mnemonic() { return L'I'; }
-    void Focus() { hosted_.Focus(); }
+    bool FocusMnemonic(wchar_t letter) override;
 
 private:
-    void SetTitle(const std::wstring& text);
     void Fill();
     void AddImage(const Badge& badge);
     void AddCondition(const Badge& badge, const wchar_t* property, const std::wstring& value);
@@ -86,16 +82,13 @@ private:
     ErrorHandler onError_;
     ListKind kind_ = ListKind::metaNodes;
     ListSource source_;
-    std::wstring title_;
     /// The keys of the images that the control has.
     std::set<std::wstring> images_;
     hosting::LateBound dragged_;
-    hosting::OwnedWindow label_;
+    PaneLabel label_;
     hosting::HostedControl& hosted_;
     hosting::LateBound control_;
     hosting::EventSink events_;
-    int margin_ = 0;
-    int labelHeight_ = 0;
     int iconSize_ = 16;
     SIZE minimum_{};
 };

@@ -16,6 +16,7 @@ public:
     [[nodiscard]] int Dpi() const noexcept { return dpi_; }
     /// Pixels from a measure that is meant for 96 dpi.
     [[nodiscard]] int Scale(int pixels) const { return MulDiv(pixels, dpi_, 96); }
+    [[nodiscard]] SIZE Scale(SIZE pixels) const { return {Scale(pixels.cx), Scale(pixels.cy)}; }
     [[nodiscard]] HFONT Font() const noexcept { return font_.get(); }
     [[nodiscard]] const std::wstring& FontName() const noexcept { return fontName_; }
     [[nodiscard]] double FontPoints() const noexcept { return fontPoints_; }

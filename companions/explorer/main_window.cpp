@@ -146,19 +146,7 @@ bool MainWindow::Translate(MSG& message) {
     if (message.message == WM_SYSCHAR) {
         const auto letter =
             static_cast<wchar_t>(std::towupper(static_cast<wint_t>(message.wParam)));
-        if (navigator_->FocusMnemonic(letter)) return true;
-        if (letter == TreePane::Mnemonic()) {
-            tree_->Focus();
-            return true;
-        }
-        if (letter == ListPane::Mnemonic()) {
-            list_->Focus();
-            return true;
-        }
-        if (letter == EventLogPane::Mnemonic()) {
-            FocusLog();
-            return true;
-        }
+        if (panes_->FocusMnemonic(letter)) return true;
     }
     const bool isDelete = message.message == WM_KEYDOWN && message.wParam == VK_DELETE;
     if (isDelete && IsTreeWindow(message.hwnd)) {

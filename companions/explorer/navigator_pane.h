@@ -44,8 +44,7 @@ public:
     void Place(const RECT& bounds) override;
     [[nodiscard]] SIZE MinimumSize() const override;
     void SetLook(const Look& look) override;
-    /// Puts the focus into the field with this letter. False where none has it.
-    bool FocusMnemonic(wchar_t letter);
+    bool FocusMnemonic(wchar_t letter) override;
 
 private:
     using Fields = std::array<ComboField*, 4>;

@@ -18,6 +18,8 @@ public:
     [[nodiscard]] virtual SIZE MinimumSize() const = 0;
     /// The font or the scale has changed; Place follows. `look` outlives the pane's use of it.
     virtual void SetLook(const Look& look) = 0;
+    /// Puts the focus where the letter of a label leads. False where no label here has it.
+    virtual bool FocusMnemonic(wchar_t letter) = 0;
 };
 
 }  // namespace explorer

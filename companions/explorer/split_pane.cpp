@@ -58,6 +58,10 @@ void SplitPane::SetLook(const Look& look) {
     bar_ = look.Scale(barThickness);
 }
 
+bool SplitPane::FocusMnemonic(wchar_t letter) {
+    return first_->FocusMnemonic(letter) || second_->FocusMnemonic(letter);
+}
+
 void SplitPane::Drag(int place) {
     const SIZE size{bounds_.right - bounds_.left, bounds_.bottom - bounds_.top};
     const int start = across_ ? bounds_.top : bounds_.left;

@@ -21,6 +21,7 @@ public:
     void Place(const RECT& bounds) override;
     [[nodiscard]] SIZE MinimumSize() const override;
     void SetLook(const Look& look) override;
+    bool FocusMnemonic(wchar_t letter) override;
 
 private:
     [[nodiscard]] int Along(SIZE size) const { return across_ ? size.cy : size.cx; }

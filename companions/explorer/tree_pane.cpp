@@ -4,9 +4,7 @@
 #include "explorer/described_tree.h"
 #include "explorer/hosted.h"
 #include "explorer/linked_tree.h"
-#include "explorer/pane_label.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace explorer {
@@ -15,8 +13,6 @@ namespace {
 
 using hosting::LateBound;
 
-constexpr int margin = 11;
-constexpr int labelGap = 3;
 constexpr int smallIcon = 16;
 constexpr SIZE minimumSize{160, 110};
 
@@ -44,7 +40,7 @@ private:
 
 TreePane::TreePane(hosting::Form& form, EventLog& log, ErrorHandler onError)
     : log_(log),
-      label_(MakeLabel(form.Window())),
+      label_(form.Window(), L"T&ree", PaneLabel::Margins::left),
       place_(form.Add(L"Tree")),
       icons_(std::make_unique<IconFiles>(iconSize_)) {
     calls_.onChoice = [this](const TreeChoice& choice) {
@@ -60,18 +56,13 @@ TreePane::TreePane(hosting::Form& form, EventLog& log, ErrorHandler onError)
         if (onDrop) onDrop(target);
     };
     calls_.onError = std::move(onError);
-    SetTitle(TitleOf(kind_, {}));
+    label_.SetText(TitleOf(kind_, {}));
     tree_ = MakeTree(kind_);
 }
 
 TreePane::~TreePane() {
     tree_.reset();
     place_.GetForm().Remove(place_);
-}
-
-void TreePane::SetTitle(const std::wstring& text) {
-    title_ = L"T&ree: " + Literal(text);
-    SetWindowTextW(label_.get(), title_.c_str());
 }
 
 std::unique_ptr<HostedTree> TreePane::MakeTree(TreeKind kind) {
@@ -86,7 +77,7 @@ void TreePane::Show(TreeKind kind, const LateBound& repository, const LateBound&
     kind_ = kind;
     repository_ = repository;
     metaNode_ = metaNode;
-    SetTitle(TitleOf(kind, metaNode));
+    label_.SetText(TitleOf(kind, metaNode));
     tree_ = MakeTree(kind);
     if (!repository || (NeedsMetaNode(kind) && !metaNode)) return;
     tree_->Show(repository, metaNode);
@@ -110,11 +101,9 @@ void TreePane::RemoveLink(const LateBound& link) {
 }
 
 void TreePane::SetLook(const Look& look) {
-    SetFont(label_.get(), look);
+    label_.SetLook(look);
     SetFont(place_, look);
-    margin_ = look.Scale(margin);
-    labelHeight_ = look.LineHeight() + look.Scale(labelGap);
-    minimum_ = {look.Scale(minimumSize.cx), look.Scale(minimumSize.cy)};
+    minimum_ = look.Scale(minimumSize);
     if (look.Scale(smallIcon) == iconSize_) return;
     Try(calls_.onError, L"Showing the tree with icons of another size",
         [&] { SetIconSize(look.Scale(smallIcon)); });
@@ -129,11 +118,13 @@ void TreePane::SetIconSize(int size) {
 }
 
 void TreePane::Place(const RECT& bounds) {
-    const int left = bounds.left + margin_;
-    const int width = std::max<int>(bounds.right - left, 0);
-    const int top = bounds.top + labelHeight_;
-    MoveWindow(label_.get(), left, bounds.top, width, labelHeight_, TRUE);
-    place_.Move({left, top, left + width, std::max<LONG>(bounds.bottom, top)});
+    place_.Move(label_.Place(bounds));
+}
+
+bool TreePane::FocusMnemonic(wchar_t letter) {
+    if (letter != label_.Mnemonic()) return false;
+    Focus();
+    return true;
 }
 
 SIZE TreePane::MinimumSize() const {

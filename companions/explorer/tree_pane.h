@@ -2,8 +2,8 @@
 
 #include "explorer/hosted_tree.h"
 #include "explorer/pane.h"
+#include "explorer/pane_label.h"
 #include "explorer/tree_kind.h"
-#include "hosting/host_window.h"
 
 #include <memory>
 
@@ -44,18 +44,15 @@ public:
     /// The control's window; none where there is no tree.
     [[nodiscard]] HWND ControlWindow() const { return place_.Window(); }
     /// What the label above the tree says, with its mnemonic's mark.
-    [[nodiscard]] const std::wstring& Title() const noexcept { return title_; }
+    [[nodiscard]] const std::wstring& Title() const noexcept { return label_.Text(); }
 
     void Place(const RECT& bounds) override;
     [[nodiscard]] SIZE MinimumSize() const override;
     void SetLook(const Look& look) override;
-
-    /// The letter that goes to the tree with Alt.
-    [[nodiscard]] static wchar_t Mnemonic() { return L'R'; }
+    bool FocusMnemonic(wchar_t letter) override;
     void Focus() { place_.Focus(); }
 
 private:
-    void SetTitle(const std::wstring& text);
     [[nodiscard]] std::unique_ptr<HostedTree> MakeTree(TreeKind kind);
     void SetIconSize(int size);
 
@@ -65,16 +62,13 @@ private:
     hosting::LateBound metaNode_;
     hosting::LateBound dragged_;
     bool tells_ = false;
-    std::wstring title_;
     TreeCalls calls_;
-    hosting::OwnedWindow label_;
+    PaneLabel label_;
     hosting::HostedControl& place_;
     int iconSize_ = 16;
     std::unique_ptr<IconFiles> icons_;
     /// None where the last attempt to make one failed.
     std::unique_ptr<HostedTree> tree_;
-    int margin_ = 0;
-    int labelHeight_ = 0;
     SIZE minimum_{};
 };
 
