@@ -3,8 +3,6 @@
 #include "explorer/file_kind.h"
 #include "explorer/resources.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <cwctype>
 #include <utility>
@@ -148,20 +146,13 @@ bool MainWindow::Translate(MSG& message) {
             static_cast<wchar_t>(std::towupper(static_cast<wint_t>(message.wParam)));
         if (panes_->FocusMnemonic(letter)) return true;
     }
+    // Not while a name is edited in the tree, which has a window of its own.
     const bool isDelete = message.message == WM_KEYDOWN && message.wParam == VK_DELETE;
-    if (isDelete && IsTreeWindow(message.hwnd)) {
+    if (isDelete && message.hwnd == tree_->TreeWindow()) {
         OnCommand(ID_TREE_REMOVE_LINK);
         return true;
     }
     return form_->TranslateMessage(message);
-}
-
-/// Whether a key in this window is one for the tree, and not for the name that is edited in it.
-bool MainWindow::IsTreeWindow(HWND window) const {
-    wchar_t name[32] = L"";
-    GetClassNameW(window, name, 32);
-    return IsChild(tree_->ControlWindow(), window) &&
-           CompareStringOrdinal(name, -1, WC_TREEVIEWW, -1, TRUE) == CSTR_EQUAL;
 }
 
 std::optional<LRESULT> MainWindow::OnMessage(UINT message, WPARAM wide, LPARAM large) {

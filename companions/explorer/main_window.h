@@ -57,7 +57,6 @@ private:
     void ShowTree(TreeKind kind);
     void ChooseInTree(const TreeChoice& choice);
     void NodeWasRenamed();
-    void RenameInTree();
     void RemoveLinkOfTree();
     void DropOnTree(const hosting::LateBound& target);
     void AskForLink();
@@ -66,7 +65,6 @@ private:
 
     /// Posted to this window when a drop could make a link.
     static constexpr UINT askForLink = ErrorBox::message + 1;
-    [[nodiscard]] bool IsTreeWindow(HWND window) const;
 
     void MakePanes();
     void Place();

@@ -89,7 +89,7 @@ void MainWindow::OnCommand(WORD command) {
             ShowAbout();
             break;
         case ID_TREE_RENAME:
-            RenameInTree();
+            tree_->BeginRename();
             break;
         case ID_TREE_REMOVE_LINK:
             Do(L"Removing a link", [this] { RemoveLinkOfTree(); });

@@ -3,8 +3,7 @@
 #include "explorer/main_window.h"
 #include "explorer/resources.h"
 
-#include <commctrl.h>
-
+#include <optional>
 #include <utility>
 
 namespace explorer {
@@ -17,16 +16,17 @@ struct DestroysMenu {
     void operator()(HMENU menu) const noexcept { DestroyMenu(menu); }
 };
 
-/// Asks for one of several, where the pointer is; as many as there are for none.
-std::size_t Choose(HWND owner, const std::vector<LinkCandidate>& candidates) {
+/// Asks for one of several, where the pointer is.
+std::optional<std::size_t> Choose(HWND owner, const std::vector<LinkCandidate>& candidates) {
     const std::unique_ptr<std::remove_pointer_t<HMENU>, DestroysMenu> menu(CreatePopupMenu());
     for (std::size_t i = 0; i < candidates.size(); ++i)
         AppendMenuW(menu.get(), MF_STRING, ID_LINK_FIRST + i, TextOf(candidates[i]).c_str());
     POINT pointer{};
     GetCursorPos(&pointer);
-    const auto chosen = static_cast<std::size_t>(TrackPopupMenu(
-        menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, pointer.x, pointer.y, 0, owner, nullptr));
-    return chosen == 0 ? candidates.size() : chosen - ID_LINK_FIRST;
+    const BOOL chosen = TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, pointer.x,
+                                       pointer.y, 0, owner, nullptr);
+    if (!chosen) return std::nullopt;
+    return static_cast<std::size_t>(chosen - ID_LINK_FIRST);
 }
 
 }  // namespace
@@ -68,12 +68,6 @@ void MainWindow::NodeWasRenamed() {
     list_->Show(list_->Kind(), Source());
 }
 
-/// The tree does what F2 does in it.
-void MainWindow::RenameInTree() {
-    tree_->Focus();
-    SendMessageW(GetFocus(), WM_KEYDOWN, VK_F2, 0);
-}
-
 void MainWindow::RemoveLinkOfTree() {
     const LateBound link = tree_->SelectedLink();
     if (!link) return status_->Say(L"The selected node was not reached by a link");
@@ -102,9 +96,9 @@ void MainWindow::DropOnTree(const LateBound& target) {
 void MainWindow::AskForLink() {
     const std::vector<LinkCandidate> candidates = std::exchange(candidates_, {});
     if (candidates.empty()) return;
-    const std::size_t chosen = candidates.size() == 1 ? 0 : Choose(Handle(), candidates);
-    if (chosen >= candidates.size()) return;
-    Try(Reporter(), L"Making a link", [&] { MakeLinkOf(candidates[chosen]); });
+    const std::optional<std::size_t> chosen =
+        candidates.size() == 1 ? 0 : Choose(Handle(), candidates);
+    if (chosen) Try(Reporter(), L"Making a link", [&] { MakeLinkOf(candidates[*chosen]); });
 }
 
 void MainWindow::MakeLinkOf(const LinkCandidate& candidate) {

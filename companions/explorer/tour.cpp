@@ -17,19 +17,9 @@ namespace {
 constexpr DWORD settleTime = 250;
 constexpr DWORD patience = 10000;
 
-BOOL CALLBACK KeepCombo(HWND child, LPARAM result) {
-    wchar_t name[16] = L"";
-    GetClassNameW(child, name, 16);
-    if (CompareStringOrdinal(name, -1, L"ComboBox", -1, TRUE) != CSTR_EQUAL) return TRUE;
-    *reinterpret_cast<HWND*>(result) = child;
-    return FALSE;
-}
-
 /// The system's combo box within a control's window.
 HWND FindCombo(HWND control) {
-    HWND found = nullptr;
-    EnumChildWindows(control, KeepCombo, reinterpret_cast<LPARAM>(&found));
-    return found;
+    return FindWindowExW(control, nullptr, WC_COMBOBOXW, nullptr);
 }
 
 RECT RowBounds(HWND list, int row) {
@@ -122,7 +112,7 @@ void Tour::ShowTree(std::initializer_list<WORD> keys, TreeKind kind,
 
 void Tour::Open(const std::vector<std::wstring>& path) {
     constexpr int mostSteps = 2000;
-    const HWND tree = FindWindowExW(window_.Tree().ControlWindow(), nullptr, WC_TREEVIEWW, nullptr);
+    const HWND tree = window_.Tree().TreeWindow();
     if (!tree) throw hosting::Error(E_FAIL, L"The tree has no window.");
     window_.Tree().Focus();
     PressKey(VK_HOME);

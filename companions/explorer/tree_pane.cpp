@@ -5,6 +5,8 @@
 #include "explorer/hosted.h"
 #include "explorer/linked_tree.h"
 
+#include <commctrl.h>
+
 #include <utility>
 
 namespace explorer {
@@ -98,6 +100,16 @@ void TreePane::AddLink(const LateBound& link) {
 
 void TreePane::RemoveLink(const LateBound& link) {
     if (tree_) tree_->RemoveLink(link);
+}
+
+void TreePane::BeginRename() {
+    Focus();
+    if (const HWND tree = TreeWindow()) SendMessageW(tree, WM_KEYDOWN, VK_F2, 0);
+}
+
+HWND TreePane::TreeWindow() const {
+    const HWND control = ControlWindow();
+    return control ? FindWindowExW(control, nullptr, WC_TREEVIEWW, nullptr) : nullptr;
 }
 
 void TreePane::SetLook(const Look& look) {

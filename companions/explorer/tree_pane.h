@@ -40,9 +40,13 @@ public:
     void AddLink(const hosting::LateBound& link);
     /// Removes the node of a link, with what is below. Throws.
     void RemoveLink(const hosting::LateBound& link);
+    /// Lets the user rename the selected node, as F2 does in the tree.
+    void BeginRename();
 
     /// The control's window; none where there is no tree.
     [[nodiscard]] HWND ControlWindow() const { return place_.Window(); }
+    /// The system's tree in the control; none where there is no tree.
+    [[nodiscard]] HWND TreeWindow() const;
     /// What the label above the tree says, with its mnemonic's mark.
     [[nodiscard]] const std::wstring& Title() const noexcept { return label_.Text(); }
 

@@ -77,9 +77,7 @@ protected:
         ASSERT_TRUE(input.Play(20000, [this](MSG& message) { return window->Translate(message); }));
     }
 
-    [[nodiscard]] HWND Tree() const {
-        return FindWindowExW(window->Tree().ControlWindow(), nullptr, WC_TREEVIEWW, nullptr);
-    }
+    [[nodiscard]] HWND Tree() const { return window->Tree().TreeWindow(); }
     [[nodiscard]] HTREEITEM Next(HTREEITEM item, UINT which) const {
         return TreeView_GetNextItem(Tree(), item, which);
     }
@@ -241,6 +239,25 @@ TEST_F(TreePaneTest, ANodeIsRenamedInPlaceAndInTheFile) {
     EXPECT_EQ(errors.Count(), 0);
 }
 
+TEST_F(TreePaneTest, TheMenuRenamesWhereverTheFocusIs) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    Click({L"Ben"});
+    SetFocus(window->LogList());
+    Command(ID_TREE_RENAME);
+    support::Input input;
+    Play(input.Text("Benno").Key(VK_RETURN));
+    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Benno"}));
+}
+
+TEST_F(TreePaneTest, DeleteInANameThatIsEditedRemovesALetter) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    Click({L"Ada", L"On Graphs"});
+    support::Input input;
+    Play(input.Key(VK_F2).Wait(100).Key(VK_HOME).Key(VK_DELETE).Key(VK_RETURN));
+    EXPECT_EQ(Children({L"Ada"}), (Texts{L"On Trees", L"n Graphs", L"Ben"}));
+    EXPECT_EQ(TargetsInFile(L"a1", L"wrote"), (Texts{L"On Trees", L"n Graphs"}));
+}
+
 TEST_F(TreePaneTest, FoldersAreNotRenamed) {
     ShowAuthors(ID_TREE_HIERARCHY_WITH_FOLDERS);
     Click({L"Author"});
@@ -287,6 +304,18 @@ TEST_F(TreePaneTest, AMenuAsksWhichOfSeveralLinksIsMeant) {
     // The first is from the node that it was dropped on.
     EXPECT_EQ(TargetsInFile(L"a1", L"knows"), (Texts{L"Ben", L"Ben"}));
     EXPECT_EQ(TargetsInFile(L"a2", L"knows"), Texts{});
+}
+
+TEST_F(TreePaneTest, AMenuThatIsLeftWithoutAChoiceMakesNoLink) {
+    ShowAuthors(ID_TREE_HIERARCHY);
+    const POINT start = PlaceOf({L"Ada"});
+    const POINT end = PlaceOf({L"Ben"});
+    support::Input input;
+    input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(400);
+    Play(input.Key(VK_DOWN).Key(VK_ESCAPE).Wait(200));
+    EXPECT_EQ(TargetsInFile(L"a1", L"knows"), Texts{L"Ben"});
+    EXPECT_EQ(TargetsInFile(L"a2", L"knows"), Texts{});
+    EXPECT_EQ(errors.Count(), 0);
 }
 
 TEST_F(TreePaneTest, WhereNoMetaLinkFitsADropSaysSo) {
