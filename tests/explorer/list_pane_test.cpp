@@ -1,6 +1,5 @@
 #include "explorer/list_pane.h"
 
-#include "explorer/automation.h"
 #include "explorer/resources.h"
 #include "explorer/window_fixture.h"
 
@@ -15,22 +14,10 @@ protected:
         BrowseBooks();
         Command(ID_LIST_META_NODES);
     }
-
-    void Command(UINT command) { SendMessageW(window->Handle(), WM_COMMAND, command, 0); }
-    /// The names of the objects of all rows, or the identifiers where they have none.
-    Texts Names() const {
-        Texts names;
-        ForEach(window->List().Control().Object(L"GetItems"), [&](const hosting::LateBound& row) {
-            const std::wstring name = TextOf(row.Get(L"name"));
-            names.push_back(name.empty() ? TextOf(row.Get(L"identifier")) : name);
-            return true;
-        });
-        return names;
-    }
 };
 
 TEST_F(ListPaneTest, ItListsMetaNodesAtFirst) {
-    EXPECT_EQ(Names(), (Texts{L"Author", L"Book"}));
+    EXPECT_EQ(ListedNames(), (Texts{L"Author", L"Book"}));
     EXPECT_EQ(window->List().Title(), L"L&ist: Meta nodes");
 }
 
@@ -38,9 +25,9 @@ TEST_F(ListPaneTest, AListOfNodesFollowsTheMetaNode) {
     Command(ID_LIST_NODES);
     EXPECT_EQ(window->List().Title(), L"L&ist: Choose a meta node");
     navigator->MetaNodes().Select(MetaNode(L"Author"));
-    EXPECT_EQ(Names(), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(ListedNames(), (Texts{L"Ada", L"Ben"}));
     navigator->MetaNodes().Select(MetaNode(L"Book"));
-    EXPECT_EQ(Names(), (Texts{L"On Trees", L"On Graphs"}));
+    EXPECT_EQ(ListedNames(), (Texts{L"On Trees", L"On Graphs"}));
     EXPECT_EQ(window->List().Title(), L"L&ist: Nodes of Book");
 }
 
@@ -49,9 +36,9 @@ TEST_F(ListPaneTest, AListOfLinksFollowsNodeAndMetaLink) {
     navigator->MetaNodes().Select(MetaNode(L"Author"));
     navigator->Nodes().Select(Object(L"a1"));
     navigator->MetaLinks().Select(MetaLink(L"wrote"));
-    EXPECT_EQ(Names(), (Texts{L"w1", L"w2"}));
+    EXPECT_EQ(ListedNames(), (Texts{L"w1", L"w2"}));
     navigator->MetaLinks().Select(MetaLink(L"knows"));
-    EXPECT_EQ(Names(), Texts{L"k1"});
+    EXPECT_EQ(ListedNames(), Texts{L"k1"});
 }
 
 TEST_F(ListPaneTest, EachKindHasTheModeOfTheListView) {

@@ -8,13 +8,13 @@
 #include "hosting/text.h"
 #include "support/input.h"
 #include "support/temporary_folder.h"
+#include "support/tree_window.h"
 
 #include <gmock/gmock.h>
 
 #include <commctrl.h>
 
 #include <array>
-#include <cstring>
 
 namespace explorer {
 namespace {
@@ -61,6 +61,8 @@ private:
     std::array<wchar_t, 1024> before_{};
 };
 
+using Nodes = support::TreeWindow::Texts;
+
 class TreePaneTest : public WindowTest {
 protected:
     TreePaneTest() {
@@ -72,65 +74,38 @@ protected:
         Command(ID_TREE_DESCRIBED);
     }
 
-    void Command(UINT command) { SendMessageW(window->Handle(), WM_COMMAND, command, 0); }
     void Play(support::Input& input) {
         ASSERT_TRUE(input.Play(20000, [this](MSG& message) { return window->Translate(message); }));
     }
 
-    [[nodiscard]] HWND Tree() const { return window->Tree().TreeWindow(); }
-    [[nodiscard]] HTREEITEM Next(HTREEITEM item, UINT which) const {
-        return TreeView_GetNextItem(Tree(), item, which);
+    [[nodiscard]] support::TreeWindow Tree() const {
+        return support::TreeWindow(window->Tree().TreeWindow());
     }
-    [[nodiscard]] std::wstring TextOfItem(HTREEITEM item) const {
-        wchar_t text[256] = L"";
-        TVITEMW data{};
-        data.mask = TVIF_TEXT;
-        data.hItem = item;
-        data.pszText = text;
-        data.cchTextMax = 256;
-        SendMessageW(Tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&data));
-        return text;
+    /// The children of the node at the end of a path, opened; at first those at the top.
+    [[nodiscard]] Nodes Children(const Nodes& path) const {
+        const HTREEITEM item = Tree().OpenTo(path);
+        EXPECT_EQ(item == nullptr, path.empty());
+        if (item) Tree().Expand(item);
+        return Tree().Below(item);
     }
-    /// The item that a path of texts leads to; what is on the way is opened.
-    [[nodiscard]] HTREEITEM Item(const Texts& path) const {
-        HTREEITEM item = nullptr;
-        for (const std::wstring& text : path) {
-            if (item) TreeView_Expand(Tree(), item, TVE_EXPAND);
-            HTREEITEM child = item ? Next(item, TVGN_CHILD) : Next(nullptr, TVGN_ROOT);
-            while (child && TextOfItem(child) != text) child = Next(child, TVGN_NEXT);
-            if (!child) return nullptr;
-            item = child;
-        }
-        return item;
-    }
-    [[nodiscard]] Texts Children(const Texts& path) const {
-        const HTREEITEM item = path.empty() ? nullptr : Item(path);
-        if (item) TreeView_Expand(Tree(), item, TVE_EXPAND);
-        Texts texts;
-        HTREEITEM child = item ? Next(item, TVGN_CHILD) : Next(nullptr, TVGN_ROOT);
-        for (; child; child = Next(child, TVGN_NEXT)) texts.push_back(TextOfItem(child));
-        return texts;
-    }
-    [[nodiscard]] POINT PlaceOf(const Texts& path) const {
-        const HTREEITEM item = Item(path);
+    [[nodiscard]] POINT PlaceOf(const Nodes& path) const {
+        const HTREEITEM item = Tree().OpenTo(path);
         EXPECT_NE(item, nullptr);
-        TreeView_EnsureVisible(Tree(), item);
-        RECT bounds{};
-        std::memcpy(&bounds, &item, sizeof item);
-        SendMessageW(Tree(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&bounds));
+        TreeView_EnsureVisible(Tree().Handle(), item);
+        const RECT bounds = Tree().RectOf(item);
         return {(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
     }
-    void Click(const Texts& path) {
+    void Click(const Nodes& path) {
         support::Input input;
-        Play(input.MoveTo(Tree(), PlaceOf(path)).Click());
+        Play(input.MoveTo(Tree().Handle(), PlaceOf(path)).Click());
     }
-    void Drag(const Texts& from, const Texts& to) {
+    void Drag(const Nodes& from, const Nodes& to) {
         // Opening the way to one moves the other.
         static_cast<void>(PlaceOf(from));
         const POINT end = PlaceOf(to);
         const POINT start = PlaceOf(from);
         support::Input input;
-        Play(input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(200));
+        Play(input.MoveTo(Tree().Handle(), start).Wait(50).DragTo(Tree().Handle(), end).Wait(200));
     }
     void SetDpi(WORD dpi) {
         const RECT suggested{0, 0, 1200, 900};
@@ -140,14 +115,6 @@ protected:
     void ShowAuthors(UINT command) {
         navigator->MetaNodes().Select(MetaNode(L"Author"));
         Command(command);
-    }
-    [[nodiscard]] Texts Listed() const {
-        Texts names;
-        ForEach(window->List().Control().Object(L"GetItems"), [&](const LateBound& row) {
-            names.push_back(CaptionOf(row));
-            return true;
-        });
-        return names;
     }
     /// The targets of the links that a node has in the file, read by a repository of its own.
     [[nodiscard]] Texts TargetsInFile(const wchar_t* node, const wchar_t* metaLink) const {
@@ -176,130 +143,130 @@ protected:
 
 TEST_F(TreePaneTest, TheRepositoryIsDescribedByMetaNodesNodesAndLinks) {
     EXPECT_EQ(window->Tree().Title(), L"T&ree: The repository");
-    EXPECT_EQ(Children({}), Texts{L"Root"});
-    EXPECT_EQ(Children({L"Root"}), (Texts{L"Author", L"Book"}));
-    EXPECT_EQ(Children({L"Root", L"Author"}), (Texts{L"Ada", L"Ben"}));
-    EXPECT_EQ(Children({L"Root", L"Author", L"Ada"}), (Texts{L"wrote", L"knows"}));
-    EXPECT_EQ(Children({L"Root", L"Author", L"Ada", L"wrote"}), (Texts{L"On Trees", L"On Graphs"}));
+    EXPECT_EQ(Children({}), Nodes{"Root"});
+    EXPECT_EQ(Children({"Root"}), (Nodes{"Author", "Book"}));
+    EXPECT_EQ(Children({"Root", "Author"}), (Nodes{"Ada", "Ben"}));
+    EXPECT_EQ(Children({"Root", "Author", "Ada"}), (Nodes{"wrote", "knows"}));
+    EXPECT_EQ(Children({"Root", "Author", "Ada", "wrote"}), (Nodes{"On Trees", "On Graphs"}));
     EXPECT_EQ(errors.Count(), 0);
 }
 
 TEST_F(TreePaneTest, TheHierarchyFollowsLinksFromTheNodesOfTheChosenMetaNode) {
     Command(ID_TREE_HIERARCHY);
     EXPECT_EQ(window->Tree().Title(), L"T&ree: Choose a meta node");
-    EXPECT_EQ(Children({}), Texts{});
+    EXPECT_EQ(Children({}), Nodes{});
     navigator->MetaNodes().Select(MetaNode(L"Author"));
     EXPECT_EQ(window->Tree().Title(), L"T&ree: From Author");
-    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
-    EXPECT_EQ(Children({L"Ada"}), (Texts{L"On Trees", L"On Graphs", L"Ben"}));
-    EXPECT_EQ(Children({L"Ada", L"On Trees"}), Texts{L"On Graphs"});
+    EXPECT_EQ(Children({}), (Nodes{"Ada", "Ben"}));
+    EXPECT_EQ(Children({"Ada"}), (Nodes{"On Trees", "On Graphs", "Ben"}));
+    EXPECT_EQ(Children({"Ada", "On Trees"}), Nodes{"On Graphs"});
     navigator->MetaNodes().Select(MetaNode(L"Book"));
-    EXPECT_EQ(Children({}), (Texts{L"On Trees", L"On Graphs"}));
+    EXPECT_EQ(Children({}), (Nodes{"On Trees", "On Graphs"}));
 }
 
 TEST_F(TreePaneTest, TheHierarchyMayHaveFolders) {
     ShowAuthors(ID_TREE_HIERARCHY_WITH_FOLDERS);
-    EXPECT_EQ(Children({}), Texts{L"Author"});
-    EXPECT_EQ(Children({L"Author"}), (Texts{L"Ada", L"Ben"}));
-    EXPECT_EQ(Children({L"Author", L"Ada"}), (Texts{L"wrote", L"knows"}));
-    EXPECT_EQ(Children({L"Author", L"Ada", L"knows"}), Texts{L"Ben"});
+    EXPECT_EQ(Children({}), Nodes{"Author"});
+    EXPECT_EQ(Children({"Author"}), (Nodes{"Ada", "Ben"}));
+    EXPECT_EQ(Children({"Author", "Ada"}), (Nodes{"wrote", "knows"}));
+    EXPECT_EQ(Children({"Author", "Ada", "knows"}), Nodes{"Ben"});
 }
 
 TEST_F(TreePaneTest, AClickedNodeIsChosenAndListed) {
-    Click({L"Root", L"Book", L"On Graphs"});
+    Click({"Root", "Book", "On Graphs"});
     EXPECT_TRUE(IsSame(navigator->Node(), Object(L"b2")));
     EXPECT_EQ(window->List().Kind(), ListKind::nodes);
-    EXPECT_EQ(Listed(), (Texts{L"On Trees", L"On Graphs"}));
+    EXPECT_EQ(ListedNames(), (Texts{L"On Trees", L"On Graphs"}));
     EXPECT_TRUE(IsSame(window->List().Control().Object(L"selection"), Object(L"b2")));
 }
 
 TEST_F(TreePaneTest, AClickedFolderListsWhatItHolds) {
-    Click({L"Root", L"Book"});
-    EXPECT_EQ(Listed(), (Texts{L"On Trees", L"On Graphs"}));
-    Click({L"Root", L"Author", L"Ada", L"wrote"});
+    Click({"Root", "Book"});
+    EXPECT_EQ(ListedNames(), (Texts{L"On Trees", L"On Graphs"}));
+    Click({"Root", "Author", "Ada", "wrote"});
     EXPECT_EQ(window->List().Kind(), ListKind::outgoingLinks);
-    EXPECT_EQ(Listed(), (Texts{L"w1", L"w2"}));
+    EXPECT_EQ(ListedNames(), (Texts{L"w1", L"w2"}));
 }
 
 TEST_F(TreePaneTest, AChoiceInTheHierarchyLeavesTheTreeOpen) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    Click({L"Ada", L"On Trees"});
+    Click({"Ada", "On Trees"});
     EXPECT_TRUE(IsSame(navigator->MetaNode(), MetaNode(L"Book")));
     EXPECT_EQ(window->Tree().Title(), L"T&ree: From Author");
-    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(Children({}), (Nodes{"Ada", "Ben"}));
 }
 
 TEST_F(TreePaneTest, ANodeIsRenamedInPlaceAndInTheFile) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    Click({L"Ben"});
+    Click({"Ben"});
     support::Input input;
     Play(input.Key(VK_F2).Wait(100).Text("Benjamin").Key(VK_RETURN));
-    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Benjamin"}));
+    EXPECT_EQ(Children({}), (Nodes{"Ada", "Benjamin"}));
     EXPECT_EQ(NameInFile(L"a2"), L"Benjamin");
     EXPECT_EQ(errors.Count(), 0);
 }
 
 TEST_F(TreePaneTest, TheMenuRenamesWhereverTheFocusIs) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    Click({L"Ben"});
+    Click({"Ben"});
     SetFocus(window->LogList());
     Command(ID_TREE_RENAME);
     support::Input input;
     Play(input.Text("Benno").Key(VK_RETURN));
-    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Benno"}));
+    EXPECT_EQ(Children({}), (Nodes{"Ada", "Benno"}));
 }
 
 TEST_F(TreePaneTest, DeleteInANameThatIsEditedRemovesALetter) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    Click({L"Ada", L"On Graphs"});
+    Click({"Ada", "On Graphs"});
     support::Input input;
     Play(input.Key(VK_F2).Wait(100).Key(VK_HOME).Key(VK_DELETE).Key(VK_RETURN));
-    EXPECT_EQ(Children({L"Ada"}), (Texts{L"On Trees", L"n Graphs", L"Ben"}));
+    EXPECT_EQ(Children({"Ada"}), (Nodes{"On Trees", "n Graphs", "Ben"}));
     EXPECT_EQ(TargetsInFile(L"a1", L"wrote"), (Texts{L"On Trees", L"n Graphs"}));
 }
 
 TEST_F(TreePaneTest, FoldersAreNotRenamed) {
     ShowAuthors(ID_TREE_HIERARCHY_WITH_FOLDERS);
-    Click({L"Author"});
+    Click({"Author"});
     support::Input input;
     Play(input.Key(VK_F2).Wait(100).Text("x").Key(VK_RETURN));
-    EXPECT_EQ(Children({}), Texts{L"Author"});
+    EXPECT_EQ(Children({}), Nodes{"Author"});
     EXPECT_TRUE(MetaNode(L"Author"));
 }
 
 TEST_F(TreePaneTest, DeleteRemovesTheLinkOfTheSelectedNode) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    Click({L"Ada", L"On Graphs"});
+    Click({"Ada", "On Graphs"});
     support::Input input;
     Play(input.Key(VK_DELETE));
-    EXPECT_EQ(Children({L"Ada"}), (Texts{L"On Trees", L"Ben"}));
+    EXPECT_EQ(Children({"Ada"}), (Nodes{"On Trees", "Ben"}));
     EXPECT_EQ(TargetsInFile(L"a1", L"wrote"), Texts{L"On Trees"});
     EXPECT_EQ(Status().front(), L"Removed: Ada wrote On Graphs");
 }
 
 TEST_F(TreePaneTest, DeleteOfANodeWithoutLinkRemovesNothing) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    Click({L"Ben"});
+    Click({"Ben"});
     support::Input input;
     Play(input.Key(VK_DELETE));
-    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(Children({}), (Nodes{"Ada", "Ben"}));
     EXPECT_EQ(Status().front(), L"The selected node was not reached by a link");
 }
 
 TEST_F(TreePaneTest, ANodeDraggedOntoAnotherIsLinkedWhereAMetaLinkAllowsIt) {
     ShowAuthors(ID_TREE_HIERARCHY);
     // Ben, who has written nothing yet, gets a book.
-    Drag({L"Ada", L"On Graphs"}, {L"Ben"});
+    Drag({"Ada", "On Graphs"}, {"Ben"});
     EXPECT_EQ(TargetsInFile(L"a2", L"wrote"), Texts{L"On Graphs"});
     EXPECT_EQ(Status().front(), L"Made: Ben wrote On Graphs");
 }
 
 TEST_F(TreePaneTest, AMenuAsksWhichOfSeveralLinksIsMeant) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    const POINT start = PlaceOf({L"Ada"});
-    const POINT end = PlaceOf({L"Ben"});
+    const POINT start = PlaceOf({"Ada"});
+    const POINT end = PlaceOf({"Ben"});
     support::Input input;
-    input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(400);
+    input.MoveTo(Tree().Handle(), start).Wait(50).DragTo(Tree().Handle(), end).Wait(400);
     Play(input.Key(VK_DOWN).Key(VK_DOWN).Key(VK_RETURN).Wait(200));
     // The first is from the node that it was dropped on.
     EXPECT_EQ(TargetsInFile(L"a1", L"knows"), (Texts{L"Ben", L"Ben"}));
@@ -308,10 +275,10 @@ TEST_F(TreePaneTest, AMenuAsksWhichOfSeveralLinksIsMeant) {
 
 TEST_F(TreePaneTest, AMenuThatIsLeftWithoutAChoiceMakesNoLink) {
     ShowAuthors(ID_TREE_HIERARCHY);
-    const POINT start = PlaceOf({L"Ada"});
-    const POINT end = PlaceOf({L"Ben"});
+    const POINT start = PlaceOf({"Ada"});
+    const POINT end = PlaceOf({"Ben"});
     support::Input input;
-    input.MoveTo(Tree(), start).Wait(50).DragTo(Tree(), end).Wait(400);
+    input.MoveTo(Tree().Handle(), start).Wait(50).DragTo(Tree().Handle(), end).Wait(400);
     Play(input.Key(VK_DOWN).Key(VK_ESCAPE).Wait(200));
     EXPECT_EQ(TargetsInFile(L"a1", L"knows"), Texts{L"Ben"});
     EXPECT_EQ(TargetsInFile(L"a2", L"knows"), Texts{});
@@ -322,7 +289,7 @@ TEST_F(TreePaneTest, WhereNoMetaLinkFitsADropSaysSo) {
     document.Repository().Call(L"MakeMetaNode", L"Shelf");
     document.Repository().Call(L"MakeNode", L"s1", L"Shelf", L"Oak");
     Command(ID_VIEW_REFRESH);
-    Drag({L"Root", L"Shelf", L"Oak"}, {L"Root", L"Author", L"Ada"});
+    Drag({"Root", "Shelf", "Oak"}, {"Root", "Author", "Ada"});
     EXPECT_EQ(Status().front(), L"No meta link allows a link between Ada and Oak");
 }
 
@@ -349,7 +316,7 @@ TEST_F(TreePaneTest, WithoutATreeThePaneShowsNothingAndTheNextChoiceMakesOne) {
     Command(ID_TREE_REMOVE_LINK);
     EXPECT_EQ(Status().front(), L"The selected node was not reached by a link");
     navigator->MetaNodes().Select(MetaNode(L"Author"));
-    EXPECT_EQ(Children({}), (Texts{L"Ada", L"Ben"}));
+    EXPECT_EQ(Children({}), (Nodes{"Ada", "Ben"}));
     EXPECT_EQ(errors.Count(), 1);
 }
 
@@ -360,9 +327,9 @@ TEST_F(TreePaneTest, WithoutIconsOfAnotherSizeTheTreeStaysAsItWas) {
         SetDpi(144);
     }
     EXPECT_EQ(errors.Count(), 1);
-    EXPECT_EQ(Children({L"Root"}), (Texts{L"Author", L"Book"}));
+    EXPECT_EQ(Children({"Root"}), (Nodes{"Author", "Book"}));
     SetDpi(192);
-    EXPECT_EQ(Children({L"Root"}), (Texts{L"Author", L"Book"}));
+    EXPECT_EQ(Children({"Root"}), (Nodes{"Author", "Book"}));
     EXPECT_EQ(errors.Count(), 1);
 }
 

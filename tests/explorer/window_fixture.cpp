@@ -1,32 +1,11 @@
 #include "explorer/window_fixture.h"
 
+#include "explorer/automation.h"
+#include "support/inner_window.h"
+
 #include <commctrl.h>
 
 namespace explorer {
-
-namespace {
-
-struct Search {
-    const wchar_t* className;
-    HWND found;
-};
-
-BOOL CALLBACK CompareClass(HWND child, LPARAM parameter) {
-    auto& wanted = *reinterpret_cast<Search*>(parameter);
-    wchar_t name[64] = L"";
-    GetClassNameW(child, name, 64);
-    if (CompareStringOrdinal(name, -1, wanted.className, -1, TRUE) != CSTR_EQUAL) return TRUE;
-    wanted.found = child;
-    return FALSE;
-}
-
-HWND FindChild(HWND parent, const wchar_t* className) {
-    Search search{className, nullptr};
-    EnumChildWindows(parent, CompareClass, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-}  // namespace
 
 WindowTest::WindowTest() {
     const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES};
@@ -73,8 +52,21 @@ hosting::LateBound WindowTest::MetaLink(const wchar_t* name) const {
     return document.Repository().Object(L"MetaLinks", name);
 }
 
+void WindowTest::Command(UINT command) const {
+    SendMessageW(window->Handle(), WM_COMMAND, command, 0);
+}
+
+Texts WindowTest::ListedNames() const {
+    Texts names;
+    ForEach(window->List().Control().Object(L"GetItems"), [&](const hosting::LateBound& row) {
+        names.push_back(CaptionOf(row));
+        return true;
+    });
+    return names;
+}
+
 HWND WindowTest::Box(const ComboField& field) {
-    return FindChild(field.Window(), L"ComboBox");
+    return support::InnerWindow(field.Window(), WC_COMBOBOXW);
 }
 
 Texts WindowTest::Rows(const ComboField& field) {
@@ -107,7 +99,7 @@ Texts WindowTest::TakeLog() {
 }
 
 Texts WindowTest::Status() const {
-    const HWND bar = FindChild(window->Handle(), STATUSCLASSNAMEW);
+    const HWND bar = support::InnerWindow(window->Handle(), STATUSCLASSNAMEW);
     Texts texts;
     const auto parts = SendMessageW(bar, SB_GETPARTS, 0, 0);
     for (LRESULT part = 0; part < parts; ++part) {

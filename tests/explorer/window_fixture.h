@@ -26,6 +26,10 @@ protected:
     [[nodiscard]] hosting::LateBound MetaNode(const wchar_t* name) const;
     [[nodiscard]] hosting::LateBound MetaLink(const wchar_t* name) const;
 
+    /// Does what a command of the menu does.
+    void Command(UINT command) const;
+    /// What the rows of the list are called: names, or identifiers where objects have none.
+    [[nodiscard]] Texts ListedNames() const;
     /// The system's combo box in a field, and what its rows show.
     [[nodiscard]] static HWND Box(const ComboField& field);
     [[nodiscard]] static Texts Rows(const ComboField& field);

@@ -1,25 +1,13 @@
 #include "lists/combo_fixture.h"
 
-#include <oleidl.h>
+#include <commctrl.h>
+
+#include "support/inner_window.h"
+#include "support/registered.h"
 
 namespace support {
 
-namespace {
-
-Ref<IDispatch> CreateCombo() {
-    Ref<IDispatch> made;
-    CLSID id = {};
-    if (FAILED(CLSIDFromProgID(L"OrvaneControls.Combo", &id)) ||
-        FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                reinterpret_cast<void**>(made.GetAddressOf())))) {
-        ADD_FAILURE() << "OrvaneControls.Combo is not registered: regsvr32 OrvaneControls.dll";
-    }
-    return made;
-}
-
-}  // namespace
-
-ComboTest::ComboTest() : combo(CreateCombo()) {
+ComboTest::ComboTest() : combo(CreateRegistered(L"Combo")) {
     combo.Call("Create");
 }
 
@@ -28,11 +16,7 @@ ComboTest::~ComboTest() {
 }
 
 HWND ComboTest::Box() const {
-    Ref<IOleWindow> control;
-    combo.Get()->QueryInterface(IID_IOleWindow, reinterpret_cast<void**>(control.GetAddressOf()));
-    HWND window = nullptr;
-    control->GetWindow(&window);
-    return FindWindowExW(window, nullptr, L"ComboBox", nullptr);
+    return InnerWindow(combo, WC_COMBOBOXW);
 }
 
 ComboTest::Texts ComboTest::Rows() const {

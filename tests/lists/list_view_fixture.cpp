@@ -1,6 +1,6 @@
 #include "lists/list_view_fixture.h"
 
-#include <oleidl.h>
+#include "support/inner_window.h"
 
 namespace support {
 
@@ -22,10 +22,7 @@ ListViewTest::~ListViewTest() {
 }
 
 HWND ListViewTest::ListOf(const LateBound& control) {
-    const auto window = Query<IOleWindow>(control.Get());
-    HWND outer = nullptr;
-    window->GetWindow(&outer);
-    return FindWindowExW(outer, nullptr, WC_LISTVIEWW, nullptr);
+    return InnerWindow(control, WC_LISTVIEWW);
 }
 
 HWND ListViewTest::Header() const {

@@ -9,7 +9,7 @@
 #include "support/event_recorder.h"
 #include "support/fake_repository.h"
 #include "support/registered.h"
-#include "trees/tree_window.h"
+#include "support/tree_window.h"
 
 namespace support {
 

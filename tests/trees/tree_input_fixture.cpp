@@ -1,8 +1,6 @@
 #include "trees/tree_input_fixture.h"
 
-#include <oleidl.h>
-
-#include <cstring>
+#include "support/inner_window.h"
 
 namespace support {
 
@@ -50,9 +48,7 @@ bool TreeInputTest::Play(Input& input) {
 }
 
 POINT TreeInputTest::On(const TreeWindow& shown, HTREEITEM item) {
-    RECT text = {};
-    std::memcpy(&text, &item, sizeof item);
-    SendMessageW(shown.Handle(), TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text));
+    const RECT text = shown.RectOf(item);
     return {text.left + 12, (text.top + text.bottom) / 2};
 }
 
@@ -150,9 +146,7 @@ void TreeInputTest::LetGoOfDescribed() {
 }
 
 HWND TreeInputTest::List() const {
-    HWND outer = nullptr;
-    Query<IOleWindow>(list.Get())->GetWindow(&outer);
-    return FindWindowExW(outer, nullptr, WC_LISTVIEWW, nullptr);
+    return InnerWindow(list, WC_LISTVIEWW);
 }
 
 }  // namespace support

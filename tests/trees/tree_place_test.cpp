@@ -3,7 +3,7 @@
 #include "hosting/host_window.h"
 #include "hosting/hosted_control.h"
 #include "support/registered.h"
-#include "trees/tree_window.h"
+#include "support/tree_window.h"
 
 namespace support {
 

@@ -1,16 +1,12 @@
-#include "trees/tree_window.h"
+#include "support/tree_window.h"
 
-#include <oleidl.h>
+#include <cstring>
 
-#include <algorithm>
+#include "support/inner_window.h"
 
 namespace support {
 
-TreeWindow::TreeWindow(const LateBound& control) {
-    HWND outer = nullptr;
-    Query<IOleWindow>(control.Get())->GetWindow(&outer);
-    tree_ = FindWindowExW(outer, nullptr, WC_TREEVIEWW, nullptr);
-}
+TreeWindow::TreeWindow(const LateBound& control) : tree_(InnerWindow(control, WC_TREEVIEWW)) {}
 
 DWORD TreeWindow::Style() const {
     return static_cast<DWORD>(GetWindowLongW(tree_, GWL_STYLE));
@@ -45,14 +41,36 @@ int TreeWindow::Count() const {
     return static_cast<int>(Send(TVM_GETCOUNT));
 }
 
+HTREEITEM TreeWindow::ChildNamed(HTREEITEM item, const std::string& text) const {
+    HTREEITEM child = item != nullptr ? Next(TVGN_CHILD, item) : Next(TVGN_ROOT, nullptr);
+    while (child != nullptr && Text(child) != text) child = Next(TVGN_NEXT, child);
+    return child;
+}
+
 HTREEITEM TreeWindow::At(const Texts& path) const {
     HTREEITEM item = nullptr;
     for (const std::string& text : path) {
-        item = item != nullptr ? Next(TVGN_CHILD, item) : Next(TVGN_ROOT, nullptr);
-        while (item != nullptr && Text(item) != text) item = Next(TVGN_NEXT, item);
+        item = ChildNamed(item, text);
         if (item == nullptr) return nullptr;
     }
     return item;
+}
+
+HTREEITEM TreeWindow::OpenTo(const Texts& path) const {
+    HTREEITEM item = nullptr;
+    for (const std::string& text : path) {
+        if (item != nullptr) Expand(item);
+        item = ChildNamed(item, text);
+        if (item == nullptr) return nullptr;
+    }
+    return item;
+}
+
+RECT TreeWindow::RectOf(HTREEITEM item) const {
+    RECT text = {};
+    std::memcpy(&text, &item, sizeof item);
+    Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&text));
+    return text;
 }
 
 TVITEMW TreeWindow::Read(HTREEITEM item, UINT mask) const {
@@ -109,6 +127,10 @@ UINT TreeWindow::CheckBox(HTREEITEM item) const {
 
 void TreeWindow::Select(HTREEITEM item) const {
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
+}
+
+void TreeWindow::Expand(HTREEITEM item) const {
+    Send(TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
 }
 
 void TreeWindow::Press(HTREEITEM item, WPARAM key) const {

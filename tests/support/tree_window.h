@@ -18,6 +18,7 @@ public:
     using Texts = std::vector<std::string>;
 
     explicit TreeWindow(const LateBound& control);
+    explicit TreeWindow(HWND tree) : tree_(tree) {}
 
     [[nodiscard]] HWND Handle() const { return tree_; }
     [[nodiscard]] DWORD Style() const;
@@ -29,7 +30,11 @@ public:
     [[nodiscard]] int Count() const;
     /// The item at the end of a path of texts, null where there is none.
     [[nodiscard]] HTREEITEM At(const Texts& path) const;
+    /// The same, opening what is on the way. Nothing is selected.
+    [[nodiscard]] HTREEITEM OpenTo(const Texts& path) const;
     [[nodiscard]] std::string Text(HTREEITEM item) const;
+    /// Where an item's text is, in client coordinates.
+    [[nodiscard]] RECT RectOf(HTREEITEM item) const;
     /// The positions of an item's image, from 0; -1 for none.
     [[nodiscard]] int Image(HTREEITEM item) const;
     [[nodiscard]] int SelectedImage(HTREEITEM item) const;
@@ -41,6 +46,8 @@ public:
     [[nodiscard]] UINT CheckBox(HTREEITEM item) const;
 
     void Select(HTREEITEM item) const;
+    /// Opens without selecting.
+    void Expand(HTREEITEM item) const;
     /// Selects an item and presses a key.
     void Press(HTREEITEM item, WPARAM key) const;
     /// Opens or closes by the keyboard.
@@ -53,6 +60,7 @@ private:
         return SendMessageW(tree_, message, wide, large);
     }
     [[nodiscard]] HTREEITEM Next(UINT which, HTREEITEM item) const;
+    [[nodiscard]] HTREEITEM ChildNamed(HTREEITEM item, const std::string& text) const;
     void AddAll(HTREEITEM first, const std::string& dots, Texts& texts) const;
     [[nodiscard]] TVITEMW Read(HTREEITEM item, UINT mask) const;
 
