@@ -1,30 +1,17 @@
 #include "program.h"
 
-#include <ole2.h>
-
 #include <comdef.h>
 
 #include <cstdio>
 
 #include "hosting/activation_context.h"
+#include "hosting/apartment.h"
 
 namespace bench {
 
-namespace {
-
-class OleSession {
-public:
-    OleSession() { OleInitialize(nullptr); }
-    ~OleSession() { OleUninitialize(); }
-    OleSession(const OleSession&) = delete;
-    OleSession& operator=(const OleSession&) = delete;
-};
-
-}  // namespace
-
 int RunProgram(void (*measure)(Figures& figures)) {
-    const OleSession ole;
     try {
+        const hosting::Apartment apartment;
         const hosting::ActivationContext context(hosting::ActivationContext::BesideProgram());
         Figures figures;
         measure(figures);

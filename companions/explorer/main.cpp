@@ -3,11 +3,11 @@
 #include "explorer/message_loop.h"
 #include "explorer/output.h"
 #include "explorer/tour.h"
+#include "hosting/apartment.h"
 
 #include <windows.h>
 
 #include <commctrl.h>
-#include <ole2.h>
 #include <shellapi.h>
 
 #include <optional>
@@ -17,14 +17,6 @@ namespace explorer {
 namespace {
 
 enum ExitCode { succeeded = 0, failed = 1, wrongUsage = 2 };
-
-class OleSession {
-public:
-    OleSession() { hosting::Check(OleInitialize(nullptr), L"starting OLE"); }
-    ~OleSession() { OleUninitialize(); }
-    OleSession(const OleSession&) = delete;
-    OleSession& operator=(const OleSession&) = delete;
-};
 
 struct FreesLocal {
     void operator()(void* memory) const noexcept { LocalFree(memory); }
@@ -59,7 +51,7 @@ bool TakeTour(MainWindow& window, MessageLoop& loop, const std::wstring& folder)
 
 int Run(const CommandLine& commandLine, int show) {
     const bool unattended = !commandLine.pictures.empty();
-    const OleSession ole;
+    const hosting::Apartment apartment;
     LoadCommonControls();
     EventLog log;
     if (!commandLine.log.empty()) log.WriteTo(commandLine.log);

@@ -1,9 +1,7 @@
-#include "hosting/error.h"
+#include "hosting/apartment.h"
 #include "scripthost/output.h"
 #include "scripthost/script_host.h"
 #include "scripthost/watchdog.h"
-
-#include <ole2.h>
 
 #include <optional>
 #include <string>
@@ -13,19 +11,6 @@ namespace {
 
 constexpr int scriptFailed = 1;
 constexpr int notStarted = 2;
-
-class Apartment {
-public:
-    Apartment() : result_(OleInitialize(nullptr)) {}
-    ~Apartment() {
-        if (SUCCEEDED(result_)) OleUninitialize();
-    }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-
-private:
-    HRESULT result_;
-};
 
 }  // namespace
 
@@ -38,11 +23,12 @@ int wmain(int count, wchar_t** arguments) {
         WriteErrorLine(error.Description() + L"\n\n" + usage);
         return notStarted;
     }
-    const Apartment apartment;
+    std::optional<hosting::Apartment> apartment;
     std::optional<Watchdog> watchdog;
     if (commandLine.timeoutSeconds) watchdog.emplace(*commandLine.timeoutSeconds);
     std::optional<ScriptHost> host;
     try {
+        apartment.emplace();
         host.emplace(std::move(commandLine));
     } catch (const hosting::Error& error) {
         WriteErrorLine(error.Description());

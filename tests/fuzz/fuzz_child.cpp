@@ -1,6 +1,7 @@
 #include "fuzz/fuzz_case.h"
 #include "fuzz/planted_target.h"
 #include "fuzz/progress.h"
+#include "hosting/apartment.h"
 #include "support/double.h"
 #include "support/leaks.h"
 #include "support/logging_container.h"
@@ -244,10 +245,10 @@ int wmain(int count, wchar_t** arguments) {
     if (count != 5) return 2;
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     SetUnhandledExceptionFilter(EndAtOnce);
-    OleInitialize(nullptr);
     fuzz::Progress progress{std::wstring(arguments[3])};
     if (!progress.IsOpen()) return 3;
     theProgress = &progress;
+    const hosting::Apartment apartment;
     try {
         TryEverything(support::Utf8(std::wstring_view(arguments[1])),
                       std::wstring(arguments[2]) == L"hosted", progress,
@@ -256,6 +257,5 @@ int wmain(int count, wchar_t** arguments) {
         progress.Report(error.what());
     }
     support::Pump();
-    OleUninitialize();
     return 0;
 }

@@ -1,5 +1,5 @@
+#include "hosting/apartment.h"
 #include "support/double.h"
-#include "support/ref.h"
 
 #include <gtest/gtest.h>
 
@@ -21,25 +21,11 @@ class DoublesCheck : public testing::EmptyTestEventListener {
     long before_ = 0;
 };
 
-/// The apartment of the test's thread.
-class Apartment {
-public:
-    Apartment() : result_(OleInitialize(nullptr)) {}
-    ~Apartment() {
-        if (SUCCEEDED(result_)) OleUninitialize();
-    }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-
-private:
-    HRESULT result_;
-};
-
 }  // namespace
 
 /// The main function of every test program of automation code.
 int wmain(int count, wchar_t** arguments) {
-    const Apartment apartment;
+    const hosting::Apartment apartment;
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
     testing::InitGoogleTest(&count, arguments);
     testing::UnitTest::GetInstance()->listeners().Append(new DoublesCheck);
