@@ -1,5 +1,7 @@
 #include "explorer/splitter.h"
 
+#include <windowsx.h>
+
 namespace explorer {
 
 Splitter::Splitter(HWND parent, bool horizontal) : horizontal_(horizontal) {
@@ -13,25 +15,28 @@ Splitter::Splitter(HWND parent, bool horizontal) : horizontal_(horizontal) {
     Create(creation);
 }
 
-int Splitter::PointerPlace() const {
-    const DWORD position = GetMessagePos();
-    POINT pointer{static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
-    ScreenToClient(GetParent(Handle()), &pointer);
-    return horizontal_ ? pointer.y : pointer.x;
+int Splitter::PlaceIn(LPARAM pointer) const {
+    return horizontal_ ? GET_Y_LPARAM(pointer) : GET_X_LPARAM(pointer);
 }
 
-std::optional<LRESULT> Splitter::OnMessage(UINT message, WPARAM, LPARAM) {
+void Splitter::Drag(LPARAM pointer) const {
+    if (GetCapture() != Handle() || !onDrag) return;
+    const RECT bounds = BoundsInParent(Handle());
+    onDrag((horizontal_ ? bounds.top : bounds.left) + PlaceIn(pointer) - grip_);
+}
+
+std::optional<LRESULT> Splitter::OnMessage(UINT message, WPARAM, LPARAM large) {
     switch (message) {
-        case WM_LBUTTONDOWN: {
-            const RECT bounds = BoundsInParent(Handle());
-            grip_ = PointerPlace() - (horizontal_ ? bounds.top : bounds.left);
+        case WM_LBUTTONDOWN:
+            grip_ = PlaceIn(large);
             SetCapture(Handle());
             return 0;
-        }
         case WM_MOUSEMOVE:
-            if (GetCapture() == Handle() && onDrag) onDrag(PointerPlace() - grip_);
+            Drag(large);
             return 0;
         case WM_LBUTTONUP:
+            // Not every move of the mouse comes as a message of its own.
+            Drag(large);
             if (GetCapture() == Handle()) ReleaseCapture();
             return 0;
         default:

@@ -21,7 +21,9 @@ protected:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wide, LPARAM large) override;
 
 private:
-    [[nodiscard]] int PointerPlace() const;
+    /// Along the bar's way, in its own pixels.
+    [[nodiscard]] int PlaceIn(LPARAM pointer) const;
+    void Drag(LPARAM pointer) const;
 
     bool horizontal_;
     int grip_ = 0;  ///< how far from the bar's start the user holds it

@@ -60,6 +60,17 @@ protected:
         EXPECT_LT(log_.bottom, client.bottom);
         EXPECT_GT(log_.bottom - log_.top, 40);
     }
+    /// Above the label of the log; another bar is between the fields and the list.
+    HWND BarAboveLog() const {
+        const RECT fields = FieldBounds().back();
+        for (int y = Bounds(window->LogList()).top; y > fields.bottom; --y) {
+            const HWND child = ChildWindowFromPoint(window->Handle(), {20, y});
+            wchar_t name[64] = L"";
+            GetClassNameW(child, name, 64);
+            if (std::wstring(name).find(L"Splitter") != std::wstring::npos) return child;
+        }
+        return nullptr;
+    }
     std::wstring LibraryFile() const {
         return (support::ProgramFolder() / L"OrvaneControls.dll").wstring();
     }
@@ -196,16 +207,7 @@ TEST_F(MainWindowTest, TheBarBetweenTheListAndTheLogCanBeDragged) {
     window->Show(SW_SHOW);
     support::Input::Activate(window->Handle());
     const RECT before = Bounds(window->LogList());
-    const RECT fields = FieldBounds().back();
-    const RECT last = Bounds(window->LogList());
-    // Above the label of the log the bar lies; another one is between the fields and the list.
-    HWND bar = nullptr;
-    for (int y = last.top; y > fields.bottom && !bar; --y) {
-        const HWND child = ChildWindowFromPoint(window->Handle(), {20, y});
-        wchar_t name[64] = L"";
-        GetClassNameW(child, name, 64);
-        if (std::wstring(name).find(L"Splitter") != std::wstring::npos) bar = child;
-    }
+    const HWND bar = BarAboveLog();
     ASSERT_NE(bar, nullptr);
     support::Input input;
     input.MoveToMiddle(bar).Press().MoveTo(bar, {200, -37}).Release();
@@ -213,6 +215,20 @@ TEST_F(MainWindowTest, TheBarBetweenTheListAndTheLogCanBeDragged) {
     const RECT after = Bounds(window->LogList());
     EXPECT_NEAR(after.top - before.top, -40, 3);
     EXPECT_EQ(after.bottom, before.bottom);
+}
+
+TEST_F(MainWindowTest, ABarGoesByItsMessagesWhereverThePointerIsByThen) {
+    window->Show(SW_SHOW);
+    const RECT before = Bounds(window->LogList());
+    const HWND bar = BarAboveLog();
+    ASSERT_NE(bar, nullptr);
+    SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(200, 3));
+    SendMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(200, -17));
+    EXPECT_EQ(Bounds(window->LogList()).top - before.top, -20);
+    // The bar is under the pointer again.
+    SendMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(200, -7));
+    EXPECT_EQ(Bounds(window->LogList()).top - before.top, -30);
+    EXPECT_EQ(GetCapture(), nullptr);
 }
 
 TEST_F(MainWindowTest, ClosingEndsTheMessageLoop) {
