@@ -97,7 +97,9 @@ protected:
     }
     void Click(const Nodes& path) {
         support::Input input;
-        Play(input.MoveTo(Tree().Handle(), PlaceOf(path)).Click());
+        // The pointer may take a moment to arrive.
+        Play(input.MoveTo(Tree().Handle(), PlaceOf(path)).Wait(50).Click());
+        EXPECT_EQ(Tree().SelectedText(), path.back());
     }
     void Drag(const Nodes& from, const Nodes& to) {
         // Opening the way to one moves the other.
