@@ -53,26 +53,22 @@ POINT TreeInputTest::On(const TreeWindow& shown, HTREEITEM item) {
 }
 
 POINT TreeInputTest::OnButton(const TreeWindow& shown, HTREEITEM item) {
-    const POINT text = On(shown, item);
-    for (LONG x = text.x; x > 0; --x) {
-        TVHITTESTINFO hit = {};
-        hit.pt = {x, text.y};
-        SendMessageW(shown.Handle(), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-        if ((hit.flags & TVHT_ONITEMBUTTON) != 0) return {x - 2, text.y};
-    }
-    ADD_FAILURE() << "no button";
-    return {};
+    return LeftOfText(shown, item, TVHT_ONITEMBUTTON);
 }
 
 POINT TreeInputTest::OnCheckBox(const TreeWindow& shown, HTREEITEM item) {
+    return LeftOfText(shown, item, TVHT_ONITEMSTATEICON);
+}
+
+POINT TreeInputTest::LeftOfText(const TreeWindow& shown, HTREEITEM item, UINT part) {
     const POINT text = On(shown, item);
     for (LONG x = text.x; x > 0; --x) {
         TVHITTESTINFO hit = {};
         hit.pt = {x, text.y};
         SendMessageW(shown.Handle(), TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-        if ((hit.flags & TVHT_ONITEM) == TVHT_ONITEMSTATEICON) return {x - 3, text.y};
+        if ((hit.flags & (TVHT_ONITEM | TVHT_ONITEMBUTTON)) == part) return {x - 3, text.y};
     }
-    ADD_FAILURE() << "no check box";
+    ADD_FAILURE() << "nothing there";
     return {};
 }
 

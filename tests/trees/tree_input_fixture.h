@@ -56,6 +56,10 @@ protected:
     hosting::HostedControl& hostedList = form.Add(L"List1");
     EventRecorder describedEvents{model.TheLog(), "described"};
     EventRecorder listEvents{model.TheLog(), "list"};
+
+private:
+    /// The place of a part of an item as TVM_HITTEST names it.
+    [[nodiscard]] static POINT LeftOfText(const TreeWindow& shown, HTREEITEM item, UINT part);
 };
 
 }  // namespace support
