@@ -349,6 +349,7 @@ void NodeTree::SetImages(const ImageLists* images) {
     images_ = images;
     Send(TVM_SETIMAGELIST, TVSIL_NORMAL,
          reinterpret_cast<LPARAM>(images != nullptr ? images->Small() : nullptr));
+    FitRows();
 }
 
 void NodeTree::Enable(bool enabled) {
@@ -371,6 +372,19 @@ COLORREF NodeTree::ShownTextColor() const {
 void NodeTree::SetFont(HFONT font) {
     font_ = font;
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    FitRows();
+}
+
+void NodeTree::FitRows() {
+    int width = 0;
+    int height = 0;
+    if (images_ != nullptr && images_->Small() != nullptr)
+        ImageList_GetIconSize(images_->Small(), &width, &height);
+    constexpr auto natural = static_cast<WPARAM>(-1);
+    Send(TVM_SETITEMHEIGHT, natural);
+    // Icons that touch leave traces on each other when nodes move.
+    const int wanted = height + 2;
+    if (Send(TVM_GETITEMHEIGHT) < wanted) Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(wanted));
 }
 
 void NodeTree::SetSize(SIZE size) {

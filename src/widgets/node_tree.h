@@ -128,6 +128,8 @@ private:
     LRESULT Send(UINT message, WPARAM wide = 0, LPARAM large = 0) const;
     void SetStyle(DWORD style, bool on) const;
     COLORREF ShownTextColor() const;
+    /// Makes the rows as high as font and icons need.
+    void FitRows();
 
     // Window items.
     static HTREEITEM ItemOf(const TreeNode& node) { return static_cast<HTREEITEM>(node.item); }

@@ -138,5 +138,14 @@ TEST_F(HierarchyLook, IsGreyWhileItIsDisabled) {
     EXPECT_EQ(colour(), before);
 }
 
+TEST_F(HierarchyLook, KeepsTheIconsOfItsRowsApart) {
+    const HWND window = Window().Handle();
+    const auto images = reinterpret_cast<HIMAGELIST>(SendMessageW(window, TVM_GETIMAGELIST, 0, 0));
+    int width = 0;
+    int height = 0;
+    ASSERT_TRUE(ImageList_GetIconSize(images, &width, &height));
+    EXPECT_GE(SendMessageW(window, TVM_GETITEMHEIGHT, 0, 0), height + 2);
+}
+
 }  // namespace
 }  // namespace support
