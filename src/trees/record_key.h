@@ -12,7 +12,10 @@ class RecordKey {
 public:
     RecordKey() = default;
     void SetNumber(std::int32_t number) { number_ = number; }
-    void Write(const _bstr_t& text) { written_ = text; }
+    void Write(const _bstr_t& text) {
+        // No text is an empty one.
+        written_ = text.length() != 0 ? text : ole::ToBstr(std::wstring_view());
+    }
 
     std::wstring Text() const {
         if (IsWritten()) return ole::ToWide(written_);

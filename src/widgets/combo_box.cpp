@@ -115,6 +115,11 @@ std::optional<LRESULT> ComboBox::OnParentMessage(UINT message, WPARAM wide, LPAR
         }
         case WM_COMMAND:
             break;
+        case WM_DESTROY:
+            // The parent takes its children along.
+            handle_ = nullptr;
+            current_ = newest_ = -1;
+            return std::nullopt;
         default:
             return std::nullopt;
     }

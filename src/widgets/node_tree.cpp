@@ -287,6 +287,11 @@ void NodeTree::Select(const NodePtr& node) {
         if (nodes_.Holds(*each) && !IsOpenInWindow(*each)) Open(each);
     });
     if (!nodes_.Holds(*node)) return;
+    if (handle_ == nullptr) {
+        // It went while nodes were filled.
+        selectedBefore_ = node->Number();
+        return;
+    }
     Show(*node);
     Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(*node)));
 }

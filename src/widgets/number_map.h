@@ -22,12 +22,14 @@ public:
     }
     /// False where the number is in use already.
     bool Add(std::int32_t number, Value value) {
-        std::unique_ptr<Page>& page = pages_[PageOf(number)];
-        if (page == nullptr) page = std::make_unique<Page>();
-        Value& place = page->values[PlaceOf(number)];
+        auto found = pages_.find(PageOf(number));
+        if (found == pages_.end())
+            found = pages_.emplace(PageOf(number), std::make_unique<Page>()).first;
+        Page& page = *found->second;
+        Value& place = page.values[PlaceOf(number)];
         if (place != nullptr) return false;
         place = std::move(value);
-        ++page->used;
+        ++page.used;
         ++size_;
         return true;
     }

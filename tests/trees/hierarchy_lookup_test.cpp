@@ -140,9 +140,12 @@ TEST_F(HierarchyLookup, SettingTheSelectionGoesByTheKeyInTheRecord) {
     Info("ID:5").Put("key", "ID:3");
     tree.PutRef("selection", lists);
     EXPECT_EQ(Window().SelectedText(), "On Graphs");
-    Info("ID:5").Put("key", "");
-    tree.PutRef("selection", lists);
-    EXPECT_EQ(Window().SelectedText(), "On Graphs") << "no key, nothing selected";
+    for (const Value& none : {Value(""), NullText()}) {
+        Info("ID:5").Put("key", none);
+        EXPECT_EQ(Info("ID:5").Get("key").value, Value(""));
+        EXPECT_TRUE(tree.PutRef("selection", lists));
+        EXPECT_EQ(Window().SelectedText(), "On Graphs") << "no key, nothing selected";
+    }
     Info("ID:5").Put("key", "ID:99");
     EXPECT_EQ(tree.PutRef("selection", lists).AutomationNumber(), 35601);
 }

@@ -53,6 +53,14 @@ TEST_F(HierarchyWindowAgain, ShowsTheNodesAsTheyWere) {
     EXPECT_THAT(Window().Below(Window().At({"Knuth"})), ElementsAre("On Trees"));
 }
 
+TEST_F(HierarchyWindowAgain, MayGoWhileTheNodesAboveASelectedOneAreFilled) {
+    tree.Call("AddRootNode", knuth);
+    tree.Call("AddSubNode", person, KeyOf(knuth), cites);
+    events.On("NodeExpand").Run([this] { TakeWindowAway(Window()); });
+    EXPECT_TRUE(tree.PutRef("selection", cites));
+    EXPECT_EQ(tree.Get("selection").Object().Get(), person);
+}
+
 TEST_F(HierarchyWindowAgain, HasTheLookAndTheMannersThatItHad) {
     tree.Call("AddRootNode", trees);
     tree.Put("Checkboxes", true);

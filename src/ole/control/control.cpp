@@ -39,7 +39,7 @@ HWND Control::OuterWindow() {
             Resize(Size());
         } catch (...) {
             // The next call begins anew, without half of a control.
-            Window::Destroy();
+            if (Handle() != nullptr) DestroyWindow(Handle());
             hasInner_ = false;
             throw;
         }
