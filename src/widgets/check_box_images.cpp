@@ -3,23 +3,17 @@
 #include <uxtheme.h>
 #include <vsstyle.h>
 
-#include <memory>
 #include <utility>
 
 #include "ole/error.h"
 #include "ole/handles.h"
+#include "ole/owned.h"
 #include "ole/theme.h"
 #include "ole/units.h"
 
 namespace widgets {
 
 namespace {
-
-struct ClosesTheme {
-    using pointer = HTHEME;
-    void operator()(HTHEME theme) const { CloseThemeData(theme); }
-};
-using Theme = std::unique_ptr<HTHEME, ClosesTheme>;
 
 /// As the lists of the same system look, themed or not.
 void DrawCheckBox(HTHEME theme, HDC context, RECT box, bool checked) {
@@ -46,7 +40,7 @@ HIMAGELIST CheckBoxImages::Get(HWND window) {
     {
         const ole::ThemedScope themed;
         // Not the window's: it would draw itself with what was opened for it last.
-        const Theme theme(OpenThemeData(nullptr, L"BUTTON"));
+        const ole::Owned<HTHEME, &CloseThemeData> theme(OpenThemeData(nullptr, L"BUTTON"));
         const ole::Selected selected(context.Get(), bitmap.Get());
         const RECT all = {0, 0, size * count, size};
         FillRect(context.Get(), &all, GetSysColorBrush(COLOR_WINDOW));

@@ -4,20 +4,13 @@
 
 #include <commctrl.h>
 
-#include <memory>
-
 #include "ole/error.h"
+#include "ole/owned.h"
 #include "ole/theme.h"
 
 namespace widgets {
 
-struct DestroysImageList {
-    using pointer = HIMAGELIST;
-    void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
-};
-
-/// Owns a list of images of the system.
-using ImageList = std::unique_ptr<HIMAGELIST, DestroysImageList>;
+using ImageList = ole::Owned<HIMAGELIST, &ImageList_Destroy>;
 
 /// An empty list of images of a size in pixels; `flags` are those of ImageList_Create.
 inline ImageList MakeImageList(SIZE size, UINT flags) {

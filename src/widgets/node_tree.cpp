@@ -62,8 +62,7 @@ void NodeTree::Create(HWND parent) {
     }
     const auto selected = std::exchange(selectedBefore_, std::nullopt);
     if (const NodePtr node = selected ? nodes_.Find(*selected) : nullptr) {
-        Show(*node);
-        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(*node)));
+        SelectItem(*node);
     }
 }
 
@@ -292,8 +291,12 @@ void NodeTree::Select(const NodePtr& node) {
         selectedBefore_ = node->Number();
         return;
     }
-    Show(*node);
-    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(*node)));
+    SelectItem(*node);
+}
+
+void NodeTree::SelectItem(TreeNode& node) {
+    Show(node);
+    Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ItemOf(node)));
 }
 
 void NodeTree::Fill(const NodePtr& node) {

@@ -144,6 +144,7 @@ private:
     void Show(TreeNode& node);
     /// Gives a node's item its check box, or takes that away.
     void ShowBox(const TreeNode& node, bool shown) const;
+    void SelectItem(TreeNode& node);
     /// Fills a node that is unfilled.
     void Fill(const NodePtr& node);
     /// Gives up an edit that is under way: the system forgets which node it is of.

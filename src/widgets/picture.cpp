@@ -18,11 +18,6 @@ namespace widgets {
 
 namespace {
 
-struct ClosesFile {
-    using pointer = HANDLE;
-    void operator()(HANDLE file) const { CloseHandle(file); }
-};
-
 [[noreturn]] void ThrowFileError(DWORD error) {
     switch (error) {
         case ERROR_FILE_NOT_FOUND:
@@ -44,7 +39,7 @@ std::vector<std::byte> ReadAll(const std::wstring& path) {
     const HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (opened == INVALID_HANDLE_VALUE) ThrowFileError(GetLastError());
-    const std::unique_ptr<HANDLE, ClosesFile> file(opened);
+    const ole::Owned<HANDLE, &CloseHandle> file(opened);
     LARGE_INTEGER size = {};
     if (!GetFileSizeEx(opened, &size)) ThrowFileError(GetLastError());
     constexpr LONGLONG most = 1 << 28;

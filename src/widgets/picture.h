@@ -5,18 +5,14 @@
 #include <commctrl.h>
 #include <ocidl.h>
 
-#include <memory>
 #include <string>
 
+#include "ole/owned.h"
 #include "ole/ref.h"
 
 namespace widgets {
 
-struct DestroysIcon {
-    using pointer = HICON;
-    void operator()(HICON icon) const { DestroyIcon(icon); }
-};
-using OwnedIcon = std::unique_ptr<HICON, DestroysIcon>;
+using OwnedIcon = ole::Owned<HICON, &DestroyIcon>;
 
 /// A picture: a bitmap, an icon, a JPEG or GIF image, a metafile; the platform's picture object.
 class Picture {
